@@ -1,0 +1,154 @@
+// The control's looks: one byte per character beside the text; Qt sees those of the visible blocks only.
+
+#include "platform/RichTextBox.h"
+
+#include "platform/Disposizione.h"
+
+#include <QTextBlock>
+
+#include <algorithm>
+#include <array>
+
+template <typename Cambia>
+void RichTextBox::CambiaAspetti(int da, int quanti, Cambia cambia)
+{
+    const int inizio = Limita(da);
+    const int fine = Limita(int(std::min<qsizetype>(qsizetype(da) + std::max(0, quanti), Lunghezza())));
+    if (fine <= inizio)
+        return;
+    for (int i = inizio; i < fine;) {
+        const quint8 vecchio = m_aspetti.at(i);
+        int j = i + 1;
+        while (j < fine && m_aspetti.at(j) == vecchio)
+            ++j;
+        Aspetto aspetto = m_tabella[vecchio];
+        cambia(aspetto);
+        m_aspetti.fill(i, j - i, m_tabella.Indice(aspetto));
+        i = j;
+    }
+    AspettiCambiati(inizio, fine - inizio);
+}
+
+void RichTextBox::Colora(int da, int quanti, ColoreBgr colore)
+{
+    CambiaAspetti(da, quanti, [colore](Aspetto &aspetto) { aspetto.colore = colore; });
+}
+
+void RichTextBox::Sottolinea(int da, int quanti, bool onda)
+{
+    CambiaAspetti(da, quanti, [onda](Aspetto &aspetto) { aspetto.onda = onda; });
+}
+
+void RichTextBox::ImpostaAspetto(int da, int quanti, const Aspetto &aspetto)
+{
+    const int inizio = Limita(da);
+    const int fine = Limita(int(std::min<qsizetype>(qsizetype(da) + std::max(0, quanti), Lunghezza())));
+    if (fine <= inizio)
+        return;
+    m_aspetti.fill(inizio, fine - inizio, m_tabella.Indice(aspetto));
+    AspettiCambiati(inizio, fine - inizio);
+}
+
+void RichTextBox::AspettiCambiati(int da, int quanti)
+{
+    SegnaRtf(da, Lunghezza() - da - quanti);
+    if (!m_ridisegnoChiesto) {
+        m_ridisegnoChiesto = true;
+        viewport()->update();
+    }
+}
+
+quint8 RichTextBox::AspettoBattitura(int posizione) const
+{
+    if (m_battitura && m_battitura->first == posizione)
+        return const_cast<TabellaAspetti &>(m_tabella).Indice(m_battitura->second);
+    return posizione > 0 ? m_aspetti.at(posizione - 1) : quint8(0);
+}
+
+Aspetto RichTextBox::AspettoSelezione() const
+{
+    const int inizio = SelStart();
+    return SelLength() > 0 ? m_tabella[m_aspetti.at(inizio)] : m_tabella[AspettoBattitura(inizio)];
+}
+
+template <typename Cambia>
+void RichTextBox::CambiaSelezione(Cambia cambia)
+{
+    const int inizio = SelStart();
+    if (const int quanti = SelLength(); quanti > 0) {
+        CambiaAspetti(inizio, quanti, cambia);
+    } else {
+        Aspetto aspetto = m_tabella[AspettoBattitura(inizio)];
+        cambia(aspetto);
+        m_battitura.emplace(inizio, aspetto);
+    }
+}
+
+void RichTextBox::ImpostaSelColor(ColoreBgr colore)
+{
+    CambiaSelezione([colore](Aspetto &aspetto) { aspetto.colore = colore; });
+}
+
+void RichTextBox::ImpostaSelBold(bool grassetto)
+{
+    CambiaSelezione([grassetto](Aspetto &aspetto) { aspetto.grassetto = grassetto; });
+}
+
+void RichTextBox::ImpostaSelItalic(bool corsivo)
+{
+    CambiaSelezione([corsivo](Aspetto &aspetto) { aspetto.corsivo = corsivo; });
+}
+
+QList<QTextLayout::FormatRange> RichTextBox::Formati(const QTextBlock &blocco) const
+{
+    QList<QTextLayout::FormatRange> formati;
+    const int inizio = InizioBlocco(blocco);
+    const int lunghezza = blocco.length() - 1;
+    for (int i = 0; i < lunghezza;) {
+        const quint8 aspetto = m_aspetti.at(inizio + i);
+        int j = i + 1;
+        while (j < lunghezza && m_aspetti.at(inizio + j) == aspetto)
+            ++j;
+        if (aspetto != 0)
+            formati.append({i, j - i, m_formati[aspetto]});
+        i = j;
+    }
+    return formati;
+}
+
+void RichTextBox::AggiornaBlocchiVisibili()
+{
+    while (int(m_formati.size()) < m_tabella.Quanti()) {
+        const Aspetto &aspetto = m_tabella[quint8(m_formati.size())];
+        QTextCharFormat formato;
+        formato.setForeground(ColoreQt(aspetto.colore));
+        if (aspetto.grassetto)
+            formato.setFontWeight(QFont::Bold);
+        if (aspetto.corsivo)
+            formato.setFontItalic(true);
+        if (aspetto.onda) {
+            formato.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+            formato.setUnderlineColor(QColor(240, 86, 53));
+        }
+        m_formati.push_back(formato);
+    }
+    QTextBlock blocco = firstVisibleBlock();
+    qreal cima = blockBoundingGeometry(blocco).translated(contentOffset()).top();
+    while (blocco.isValid() && cima < viewport()->height()) {
+        // A block in which an input method composes carries formats of its own until the text is committed.
+        if (blocco.layout()->preeditAreaText().isEmpty()) {
+            const QList<QTextLayout::FormatRange> formati = Formati(blocco);
+            if (blocco.layout()->formats() != formati)
+                m_disposizione->ImpostaFormati(blocco, formati);
+        }
+        cima += blockBoundingRect(blocco).height();
+        blocco = blocco.next();
+    }
+}
+
+void RichTextBox::paintEvent(QPaintEvent *evento)
+{
+    m_ridisegnoChiesto = false;
+    AggiornaBlocchiVisibili();
+    QPlainTextEdit::paintEvent(evento);
+}

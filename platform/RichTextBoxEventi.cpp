@@ -1,0 +1,144 @@
+// The control's keys, mouse and clipboard.
+
+#include "platform/RichTextBox.h"
+
+#include "platform/Tastiera.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPointer>
+#include <QTextBlock>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int Bottone(Qt::MouseButton bottone)
+{
+    switch (bottone) {
+    case Qt::LeftButton:
+        return 1;
+    case Qt::RightButton:
+        return 2;
+    case Qt::MiddleButton:
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+void RichTextBox::keyPressEvent(QKeyEvent *evento)
+{
+    EventoTasto tasto = Tastiera::DaQt(*evento);
+    const int codice = tasto.codice;
+    const QPointer<RichTextBox> questo(this);
+    emit KeyDown(&tasto);
+    if (!questo)
+        return;
+    if (tasto.codice == 0) {
+        evento->accept();
+        return;
+    }
+    const bool scrive = !evento->text().isEmpty() && evento->text().front().isPrint() &&
+                        (tasto.shift & 2 ? (tasto.shift & 4) != 0 : true);
+    if (scrive) {
+        const char16_t originale = evento->text().front().unicode();
+        char16_t carattere = originale;
+        emit KeyPress(&carattere);
+        if (!questo)
+            return;
+        if (carattere == 0) {
+            evento->accept();
+            return;
+        }
+        if (carattere != originale) {
+            ImpostaSelText(QString(QChar(carattere)));
+            evento->accept();
+            return;
+        }
+    }
+    // Shift+Enter would put a line separator into the page; a page has line ends only.
+    if (codice == 13) {
+        ImpostaSelText(u"\r\n"_s);
+        ensureCursorVisible();
+        evento->accept();
+        return;
+    }
+    const QTextCursor prima = textCursor();
+    const int posizione = DaDocumento(prima.position());
+    const int revisione = m_revisione;
+    const int blocchi = m_blocchi;
+    QPlainTextEdit::keyPressEvent(evento);
+    // The cut of a long line is no character: a key that only stepped over it, or only took it away, has its turn again.
+    const bool passo = codice == 37 || codice == 39 || codice == 8 || codice == 46;
+    if (passo && revisione == m_revisione && DaDocumento(textCursor().position()) == posizione &&
+        (blocchi != m_blocchi || textCursor().position() != prima.position()) && prima.anchor() == prima.position())
+        QPlainTextEdit::keyPressEvent(evento);
+}
+
+void RichTextBox::keyReleaseEvent(QKeyEvent *evento)
+{
+    QPlainTextEdit::keyReleaseEvent(evento);
+    // A key held down is released once.
+    if (evento->isAutoRepeat())
+        return;
+    EventoTasto tasto = Tastiera::DaQt(*evento);
+    emit KeyUp(&tasto);
+}
+
+void RichTextBox::mousePressEvent(QMouseEvent *evento)
+{
+    const QPointer<RichTextBox> questo(this);
+    QPlainTextEdit::mousePressEvent(evento);
+    emit MouseDown(Bottone(evento->button()), Tastiera::StatoShift(evento->modifiers()),
+                   evento->position().toPoint() + viewport()->pos());
+    if (questo)
+        evento->accept();
+}
+
+void RichTextBox::mouseReleaseEvent(QMouseEvent *evento)
+{
+    const QPointer<RichTextBox> questo(this);
+    QPlainTextEdit::mouseReleaseEvent(evento);
+    emit MouseUp(Bottone(evento->button()), Tastiera::StatoShift(evento->modifiers()),
+                 evento->position().toPoint() + viewport()->pos());
+    if (questo && evento->button() == Qt::LeftButton)
+        emit Click();
+}
+
+void RichTextBox::contextMenuEvent(QContextMenuEvent *evento)
+{
+    // The mouse has its own event, MouseDown; here only the keyboard asks.
+    if (evento->reason() == QContextMenuEvent::Keyboard)
+        emit MenuDaTastiera(cursorRect().bottomLeft() + viewport()->pos());
+    evento->accept();
+}
+
+void RichTextBox::focusOutEvent(QFocusEvent *evento)
+{
+    QPlainTextEdit::focusOutEvent(evento);
+    emit LostFocus();
+}
+
+QMimeData *RichTextBox::createMimeDataFromSelection() const
+{
+    // Every host's programs exchange plain text with lone line feeds inside Qt.
+    auto *dati = new QMimeData;
+    dati->setText(SelText().replace(u"\r\n"_s, u"\n"_s));
+    return dati;
+}
+
+bool RichTextBox::canInsertFromMimeData(const QMimeData *dati) const
+{
+    return dati->hasText();
+}
+
+void RichTextBox::insertFromMimeData(const QMimeData *dati)
+{
+    QString testo = dati->text();
+    testo.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
+    ImpostaSelText(testo);
+    ensureCursorVisible();
+}
