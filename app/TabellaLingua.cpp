@@ -20,7 +20,7 @@ namespace
 {
 
 // Far more than any settings or language file; keeps a mistaken link to something huge from filling the memory.
-constexpr qint64 MassimoLetto = 64 * 1024 * 1024;
+constexpr qint64 MassimoLetto = qint64{64} << 20; // bytes
 
 struct Tabella {
     std::array<QString, UltimoMessaggio + 1> testi;
