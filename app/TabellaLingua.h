@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+/// The settings file, the language files and the table of texts that the interface is made of.
+namespace ModuloPrincipale
+{
+
+inline constexpr int UltimoMessaggio = 1000;  ///< highest number in the language table
+inline constexpr quint8 LinguaItaliano = 0;   ///< also without any setting
+inline constexpr quint8 LinguaCinese = 5;     ///< simplified characters
+inline constexpr quint8 LinguaCineseTrad = 8; ///< traditional characters, as written in Taiwan
+inline constexpr quint8 LinguaInglese = 1;    ///< stands for every code but the three above
+
+/// Text \a numero of the language table; empty when the file has no such line and for number 0. The range is 0 to
+/// UltimoMessaggio; outside it a debug build asserts and a release build gives an empty text. Constant time.
+[[nodiscard]] QString Messaggio(qint16 numero);
+
+/// What became of a load.
+struct EsitoCaricamento {
+    QString errore; ///< empty: all well; else the text to show before the program ends
+    [[nodiscard]] bool Riuscito() const { return errore.isEmpty(); }
+};
+
+/// Reads the settings and the language file that they name from the folder \a cartella into the language table. A file
+/// that is missing, cannot be read or is no regular file leaves the table empty. Linear in the size of the files.
+[[nodiscard]] EsitoCaricamento CaricaImpostazioni(const QString &cartella);
+
+/// The same for the language \a codice, whatever the settings say: they are not read.
+[[nodiscard]] EsitoCaricamento CaricaLingua(const QString &cartella, quint8 codice);
+
+/// Code of the language that the table was loaded for; 0 before the first load.
+[[nodiscard]] quint8 LinguaCaricata();
+
+/// Language code that the settings line \a riga sets: the decimal number from its twelfth character on, rounded to the
+/// nearest whole number, a half to the even one; LinguaInglese when that is outside 0 to 255; none when the line does
+/// not begin with "Language". Any text; linear.
+[[nodiscard]] std::optional<quint8> LinguaDaRiga(QStringView riga);
+
+/// Language code of a whole settings file: that of the last line that sets one, else LinguaItaliano.
+[[nodiscard]] quint8 LinguaDaImpostazioni(QStringView testo);
+
+/// Name of the language file for \a codice, without a folder.
+[[nodiscard]] QString FileLingua(quint8 codice);
+
+/// Name by which the host knows the language \a codice ("zh_TW"), for its own dialogs and formats.
+[[nodiscard]] QString NomeLocale(quint8 codice);
+
+/// The entry in the line \a riga of a language file: what follows its fifth character, up to the marker "=%!%=" unless
+/// the entry begins with that. A view into \a riga.
+[[nodiscard]] QStringView TestoDaRiga(QStringView riga);
+
+} // namespace ModuloPrincipale
