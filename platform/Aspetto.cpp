@@ -30,8 +30,7 @@ quint8 TabellaAspetti::PiuVicino(const Aspetto &aspetto) const
             somma += std::abs(int(altro.colore >> bit & 0xFF) - int(aspetto.colore >> bit & 0xFF));
         return somma;
     };
-    const auto vicino =
-        std::min_element(m_aspetti.begin(), m_aspetti.end(),
-                         [&](const Aspetto &a, const Aspetto &b) { return distanza(a) < distanza(b); });
+    const auto vicino = std::min_element(m_aspetti.begin(), m_aspetti.end(),
+                                         [&](const Aspetto &a, const Aspetto &b) { return distanza(a) < distanza(b); });
     return quint8(vicino - m_aspetti.begin());
 }

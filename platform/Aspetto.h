@@ -20,8 +20,8 @@ struct Aspetto {
     bool operator==(const Aspetto &) const = default;
 };
 
-/// The looks in use, each known by one byte. Look 0 is the default one: black, upright, not underlined. At most 256; when
-/// all are taken the nearest existing one stands in.
+/// The looks in use, each known by one byte. Look 0 is the default one: black, upright, not underlined. At most 256;
+/// when all are taken the nearest existing one stands in.
 class TabellaAspetti
 {
 public:

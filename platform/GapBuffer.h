@@ -80,7 +80,8 @@ private:
     void Allarga(qsizetype serve)
     {
         const qsizetype coda = secondaLunghezza();
-        // An eighth of slack: a growing text is copied a bounded number of times, and memory stays near the text's size.
+        // An eighth of slack: a growing text is copied a bounded number of times, and memory stays near the text's
+        // size.
         const qsizetype nuova = m_inizio + coda + serve + std::max<qsizetype>(4096, (m_inizio + coda) / 8);
         const qsizetype vecchia = qsizetype(m_dati.size());
         m_dati.resize(size_t(nuova));

@@ -6,13 +6,13 @@
 
 /// The characters that one block break of the editing control stands for.
 enum class Interruzione : unsigned char {
-    CrLf,           ///< carriage return and line feed: the usual one
-    Cr,             ///< a lone carriage return
-    Lf,             ///< a lone line feed
-    Paragrafo,      ///< U+2029, which the layout cannot hold inside a block
-    CorniceAperta,  ///< U+FDD0, likewise
-    CorniceChiusa,  ///< U+FDD1, likewise
-    Taglio,         ///< no character: a line too long to lay out is cut into several blocks
+    CrLf,          ///< carriage return and line feed: the usual one
+    Cr,            ///< a lone carriage return
+    Lf,            ///< a lone line feed
+    Paragrafo,     ///< U+2029, which the layout cannot hold inside a block
+    CorniceAperta, ///< U+FDD0, likewise
+    CorniceChiusa, ///< U+FDD1, likewise
+    Taglio,        ///< no character: a line too long to lay out is cut into several blocks
 };
 
 /// UTF-16 units that \a tipo stands for: 0, 1 or 2.
@@ -24,9 +24,9 @@ enum class Interruzione : unsigned char {
 /// What the block break at \a dove of \a testo stands for, or -1 when no break starts there. A CR LF pair is one break.
 [[nodiscard]] int InterruzioneIn(QStringView testo, qsizetype dove);
 
-/// The block breaks of a document, in order. All count as CR LF but the exceptions, which are kept in a sorted list: the
-/// usual page has one (its last, lone CR) or none, and sums over it are arithmetic. Lookups are O(log exceptions), changes
-/// O(exceptions).
+/// The block breaks of a document, in order. All count as CR LF but the exceptions, which are kept in a sorted list:
+/// the usual page has one (its last, lone CR) or none, and sums over it are arithmetic. Lookups are O(log exceptions),
+/// changes O(exceptions).
 class Interruzioni
 {
 public:

@@ -1,7 +1,9 @@
 #pragma once
 
-/// Lengths of the program's design are in twips: 1/1440 inch, 15 to a pixel at 96 dpi (device-independent pixels of Qt).
-namespace Misure {
+/// Lengths of the program's design are in twips: 1/1440 inch, 15 to a pixel at 96 dpi (device-independent pixels of
+/// Qt).
+namespace Misure
+{
 
 inline constexpr int TwipPerPixel = 15;
 
@@ -9,6 +11,9 @@ inline constexpr int TwipPerPixel = 15;
 [[nodiscard]] int InPixel(double twip);
 
 /// Twips for \a pixel, exact.
-[[nodiscard]] constexpr int InTwip(int pixel) { return pixel * TwipPerPixel; }
+[[nodiscard]] constexpr int InTwip(int pixel)
+{
+    return pixel * TwipPerPixel;
+}
 
 } // namespace Misure

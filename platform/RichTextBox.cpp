@@ -8,7 +8,8 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
-namespace {
+namespace
+{
 
 std::unordered_map<Hwnd, RichTextBox *> &Controlli()
 {
@@ -126,7 +127,8 @@ int RichTextBox::Find(const QString &testo, int inizio, int fine, int opzioni)
     if (testo.isEmpty())
         return -1;
     const QString tutto = Text();
-    const QStringView campo = QStringView(tutto).first(fine < 0 ? tutto.size() : std::min<qsizetype>(fine, tutto.size()));
+    const QStringView campo =
+        QStringView(tutto).first(fine < 0 ? tutto.size() : std::min<qsizetype>(fine, tutto.size()));
     const Qt::CaseSensitivity caso = opzioni & Maiuscole ? Qt::CaseSensitive : Qt::CaseInsensitive;
     const auto diParola = [&campo](qsizetype dove) {
         return dove >= 0 && dove < campo.size() && (campo[dove].isLetterOrNumber() || campo[dove] == u'_');
@@ -191,12 +193,13 @@ std::vector<RichTextBox::RigaVisibile> RichTextBox::RigheVisibili() const
     while (blocco.isValid() && area.top() < viewport()->height()) {
         const int numero = blocco.blockNumber();
         if (primo || numero == 0 || FineRiga(m_interruzioni.Tipo(numero - 1))) {
-            righe.push_back({numero - m_interruzioni.NonRighePrima(numero), int(area.top()) + origine.y(),
-                             int(area.height())});
+            righe.push_back(
+                {numero - m_interruzioni.NonRighePrima(numero), int(area.top()) + origine.y(), int(area.height())});
         }
         primo = false;
         blocco = blocco.next();
-        area = QRectF(area.left(), area.bottom(), area.width(), blocco.isValid() ? blockBoundingRect(blocco).height() : 0);
+        area =
+            QRectF(area.left(), area.bottom(), area.width(), blocco.isValid() ? blockBoundingRect(blocco).height() : 0);
     }
     return righe;
 }
@@ -228,7 +231,8 @@ void RichTextBox::NascondiSelezione(bool nascondi)
 {
     QPalette tavolozza = palette();
     for (const QPalette::ColorGroup gruppo : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        tavolozza.setBrush(gruppo, QPalette::Highlight, nascondi ? QBrush(Qt::transparent) : QBrush(QColor(178, 219, 240)));
+        tavolozza.setBrush(gruppo, QPalette::Highlight,
+                           nascondi ? QBrush(Qt::transparent) : QBrush(QColor(178, 219, 240)));
         // No brush: selected text keeps its own colours.
         tavolozza.setBrush(gruppo, QPalette::HighlightedText, QBrush(Qt::NoBrush));
     }

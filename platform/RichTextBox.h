@@ -10,10 +10,10 @@
 
 /// A key as the program's rules name it.
 struct EventoTasto {
-    int codice = 0;  ///< virtual key code (13 Enter, 32 Space, 39 Right, 65-90 letters, 112-123 F1-F12, 226 the key that
-                     ///< types "<"); a handler that sets 0 swallows the key
-    int shift = 0;   ///< 1 Shift, 2 Ctrl, 4 Alt, added
-    QString testo;   ///< what the key types; empty for none
+    int codice = 0; ///< virtual key code (13 Enter, 32 Space, 39 Right, 65-90 letters, 112-123 F1-F12, 226 the key that
+                    ///< types "<"); a handler that sets 0 swallows the key
+    int shift = 0;  ///< 1 Shift, 2 Ctrl, 4 Alt, added
+    QString testo;  ///< what the key types; empty for none
 };
 
 /// A handle for code that sends messages to a control; 0 is none.
@@ -51,8 +51,8 @@ public:
     [[nodiscard]] int CercaAvanti(QChar carattere, int da) const;
     /// Counts every change of the text.
     [[nodiscard]] int Revisione() const { return m_revisione; }
-    /// Replaces \a quanti units from \a da by \a testo, in the typing look or that of the character before; the caret goes
-    /// after the new text.
+    /// Replaces \a quanti units from \a da by \a testo, in the typing look or that of the character before; the caret
+    /// goes after the new text.
     void Sostituisci(int da, int quanti, const QString &testo);
 
     // --- Selection --------------------------------------------------------------------------------------------------
@@ -85,8 +85,8 @@ public:
     void ImpostaAspetto(int da, int quanti, const Aspetto &aspetto);
 
     // --- Search -----------------------------------------------------------------------------------------------------
-    /// First occurrence of \a testo that starts at \a inizio or later and ends before \a fine (-1: the end of the text), or
-    /// -1. Case is ignored without Maiuscole. Selects it without SenzaEvidenza. An empty text is never found.
+    /// First occurrence of \a testo that starts at \a inizio or later and ends before \a fine (-1: the end of the
+    /// text), or -1. Case is ignored without Maiuscole. Selects it without SenzaEvidenza. An empty text is never found.
     int Find(const QString &testo, int inizio = 0, int fine = -1, int opzioni = 0);
 
     // --- Lines ------------------------------------------------------------------------------------------------------
@@ -97,9 +97,9 @@ public:
     /// Position of the first character of a 0-based line; beyond the last line, the length of the text.
     [[nodiscard]] int InizioRiga(int riga) const;
     struct RigaVisibile {
-        int riga = 0;     ///< 0-based
-        int cima = 0;     ///< top edge in the control's pixels
-        int altezza = 0;  ///< pixels
+        int riga = 0;    ///< 0-based
+        int cima = 0;    ///< top edge in the control's pixels
+        int altezza = 0; ///< pixels
     };
     /// The lines on the screen, top to bottom, with their places. Rows that only continue a line are left out.
     [[nodiscard]] std::vector<RigaVisibile> RigheVisibili() const;
@@ -112,7 +112,8 @@ public:
     // --- RTF --------------------------------------------------------------------------------------------------------
     /// Text and looks as RTF, one RTF line per text line. Only lines changed since the last call are written anew.
     [[nodiscard]] QString TextRTF() const;
-    /// Takes text and looks from RTF; only lines that differ are replaced. False for a text that is no RTF: nothing changes.
+    /// Takes text and looks from RTF; only lines that differ are replaced. False for a text that is no RTF: nothing
+    /// changes.
     bool ImpostaTextRTF(const QString &rtf);
 
     // --- Commands ---------------------------------------------------------------------------------------------------
@@ -210,7 +211,7 @@ private:
     bool m_interno = false; ///< the document is being changed without a change of the text
     bool m_ridisegnoChiesto = false;
     std::optional<std::pair<int, Aspetto>> m_battitura; ///< typing look and the caret position that it holds for
-    int m_ultimoBlocco = -1;                           ///< block of the last change, to be put in order afterwards
+    int m_ultimoBlocco = -1;                            ///< block of the last change, to be put in order afterwards
     std::pair<int, int> m_selezione{0, 0};
     Hwnd m_hwnd = 0;
 

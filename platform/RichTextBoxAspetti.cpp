@@ -13,7 +13,7 @@ template <typename Cambia>
 void RichTextBox::CambiaAspetti(int da, int quanti, Cambia cambia)
 {
     const int inizio = Limita(da);
-    const int fine = Limita(int(std::min<qsizetype>(qsizetype(da) + std::max(0, quanti), Lunghezza())));
+    const int fine = Limita(int(std::min<qsizetype>(qsizetype(inizio) + std::max(0, quanti), Lunghezza())));
     if (fine <= inizio)
         return;
     for (int i = inizio; i < fine;) {
@@ -42,7 +42,7 @@ void RichTextBox::Sottolinea(int da, int quanti, bool onda)
 void RichTextBox::ImpostaAspetto(int da, int quanti, const Aspetto &aspetto)
 {
     const int inizio = Limita(da);
-    const int fine = Limita(int(std::min<qsizetype>(qsizetype(da) + std::max(0, quanti), Lunghezza())));
+    const int fine = Limita(int(std::min<qsizetype>(qsizetype(inizio) + std::max(0, quanti), Lunghezza())));
     if (fine <= inizio)
         return;
     m_aspetti.fill(inizio, fine - inizio, m_tabella.Indice(aspetto));

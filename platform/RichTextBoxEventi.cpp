@@ -11,7 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 int Bottone(Qt::MouseButton bottone)
 {
@@ -71,7 +72,8 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
     const int revisione = m_revisione;
     const int blocchi = m_blocchi;
     QPlainTextEdit::keyPressEvent(evento);
-    // The cut of a long line is no character: a key that only stepped over it, or only took it away, has its turn again.
+    // The cut of a long line is no character: a key that only stepped over it, or only took it away, has its turn
+    // again.
     const bool passo = codice == 37 || codice == 39 || codice == 8 || codice == 46;
     if (passo && revisione == m_revisione && DaDocumento(textCursor().position()) == posizione &&
         (blocchi != m_blocchi || textCursor().position() != prima.position()) && prima.anchor() == prima.position())

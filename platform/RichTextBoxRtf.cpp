@@ -23,7 +23,8 @@ void RichTextBox::SegnaRtf(int da, int coda) const
 int RichTextBox::InizioRigaDi(int posizione) const
 {
     // A CR LF is one line end: a position between the two belongs to the line before.
-    if (posizione > 0 && posizione < Lunghezza() && m_testo.at(posizione) == u'\n' && m_testo.at(posizione - 1) == u'\r')
+    if (posizione > 0 && posizione < Lunghezza() && m_testo.at(posizione) == u'\n' &&
+        m_testo.at(posizione - 1) == u'\r')
         --posizione;
     while (posizione > 0 && m_testo.at(posizione - 1) != u'\n' && m_testo.at(posizione - 1) != u'\r')
         --posizione;
@@ -125,7 +126,8 @@ bool RichTextBox::ImpostaTextRTF(const QString &rtf)
         qsizetype coda = 0;
         while (coda < minimo - uguali && rtf[rtf.size() - 1 - coda] == attuale[attuale.size() - 1 - coda])
             ++coda;
-        // Whole lines: the equal head ends with the line before the first difference, the equal tail begins with a line.
+        // Whole lines: the equal head ends with the line before the first difference, the equal tail begins with a
+        // line.
         size_t prima = 0;
         qsizetype inizio = testata;
         while (prima < m_rtfLunghezze.size() && inizio + m_rtfLunghezze[prima] <= uguali)
@@ -165,7 +167,8 @@ bool RichTextBox::ImpostaTextRTF(const QString &rtf)
             --testa;
         while (piede > 0 && vecchio[vecchio.size() - piede] == u'\n')
             --piede;
-        Sostituisci(da + int(testa), int(vecchio.size() - testa - piede), nuovo.sliced(testa, nuovo.size() - testa - piede));
+        Sostituisci(da + int(testa), int(vecchio.size() - testa - piede),
+                    nuovo.sliced(testa, nuovo.size() - testa - piede));
     }
     for (size_t i = 0; i < contenuto->aspetti.size();) {
         size_t j = i + 1;

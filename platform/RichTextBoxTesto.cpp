@@ -7,7 +7,8 @@
 
 #include <algorithm>
 
-namespace {
+namespace
+{
 
 // A line longer than the first figure is cut into blocks of the second: laying out a block costs in proportion to its
 // length at every key, 90 ms for 64,000 characters.
@@ -115,7 +116,8 @@ int RichTextBox::CercaAvanti(QChar carattere, int da) const
 int RichTextBox::Limita(int posizione) const
 {
     posizione = std::clamp(posizione, 0, Lunghezza());
-    if (posizione > 0 && posizione < Lunghezza() && m_testo.at(posizione) == u'\n' && m_testo.at(posizione - 1) == u'\r')
+    if (posizione > 0 && posizione < Lunghezza() && m_testo.at(posizione) == u'\n' &&
+        m_testo.at(posizione - 1) == u'\r')
         --posizione;
     return posizione;
 }
@@ -199,8 +201,8 @@ void RichTextBox::Sostituisci(int da, int quanti, const QString &testo)
     const QTextBlock blocco = cursore.block();
     Brano brano = Dividi(nuovo, cursore.position() - blocco.position());
     cursore.setPosition(InDocumento(fine), QTextCursor::KeepAnchor);
-    Attesa attesa{da,    fine, blocco.blockNumber(), cursore.blockNumber() - blocco.blockNumber(),
-                  nuovo, std::move(brano.tipi)};
+    Attesa attesa{
+        da, fine, blocco.blockNumber(), cursore.blockNumber() - blocco.blockNumber(), nuovo, std::move(brano.tipi)};
     {
         const QScopedValueRollback<Attesa *> sentinella(m_attesa, &attesa);
         cursore.beginEditBlock();
@@ -253,8 +255,8 @@ void RichTextBox::DocumentoCambiato(int da, int tolti, int aggiunti)
     int inizio = InizioBlocco(primoBlocco) + da - primoBlocco.position();
     int interruzione = primoBlocco.blockNumber();
     int fineInterruzioni = interruzioniVecchie - codaInterruzioni;
-    const int codaUnita = lunghezzaDoc - fineDoc - codaInterruzioni +
-                          m_interruzioni.UnitaPrima(interruzioniVecchie) - m_interruzioni.UnitaPrima(fineInterruzioni);
+    const int codaUnita = lunghezzaDoc - fineDoc - codaInterruzioni + m_interruzioni.UnitaPrima(interruzioniVecchie) -
+                          m_interruzioni.UnitaPrima(fineInterruzioni);
     int fine = Lunghezza() - codaUnita;
 
     // The new content of the range, block by block; what did not change of it is left alone, looks and line ends too.
@@ -281,8 +283,8 @@ void RichTextBox::DocumentoCambiato(int da, int tolti, int aggiunti)
             } else if (interruzione < fineInterruzioni) {
                 const Interruzione tipo = m_interruzioni.Tipo(interruzione);
                 const int unita = UnitaDi(tipo);
-                const bool stessa = inizio + unita <= fine &&
-                                    (unita == 0 || InterruzioneIn(Parte(inizio, 2), 0) == int(tipo));
+                const bool stessa =
+                    inizio + unita <= fine && (unita == 0 || InterruzioneIn(Parte(inizio, 2), 0) == int(tipo));
                 if (stessa) {
                     inizio += unita;
                     ++interruzione;
@@ -354,8 +356,8 @@ void RichTextBox::DopoCambiamento()
     SelezioneForseCambiata();
 }
 
-// Puts the blocks around the last change in order: a CR and a LF that met are one line end, a block grown too long is cut,
-// two pieces that fit into one block are joined.
+// Puts the blocks around the last change in order: a CR and a LF that met are one line end, a block grown too long is
+// cut, two pieces that fit into one block are joined.
 void RichTextBox::Normalizza()
 {
     const int primo = std::max(0, m_ultimoBlocco - 1);

@@ -8,12 +8,13 @@
 
 #include "platform/Aspetto.h"
 
-/// The editing control's content as Rich Text Format: a header with the colours, then one self-contained RTF line per text
-/// line, so that a change of one text line changes one RTF line.
-namespace Rtf {
+/// The editing control's content as Rich Text Format: a header with the colours, then one self-contained RTF line per
+/// text line, so that a change of one text line changes one RTF line.
+namespace Rtf
+{
 
-/// Everything before the first text line: version, font, and the colours of \a tabella in order of first use after those
-/// that the program always has.
+/// Everything before the first text line: version, font, and the colours of \a tabella in order of first use after
+/// those that the program always has.
 [[nodiscard]] QString Testata(const TabellaAspetti &tabella);
 
 /// What ends every content.
@@ -28,8 +29,8 @@ struct Contenuto {
     std::vector<Aspetto> aspetti; ///< one per unit of the text
 };
 
-/// Reads any RTF: unknown words and destinations are passed over, a truncated content gives what stands before the break.
-/// Nothing for a text that does not begin as RTF. Linear; nesting is bounded.
+/// Reads any RTF: unknown words and destinations are passed over, a truncated content gives what stands before the
+/// break. Nothing for a text that does not begin as RTF. Linear; nesting is bounded.
 [[nodiscard]] std::optional<Contenuto> Leggi(QStringView rtf);
 
 /// Reads text lines that ScriviRiga wrote under the header \a testata. Nothing when they are not whole lines.

@@ -4,14 +4,16 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 // Deeper groups share the state of this depth: no writer nests so far, and a hostile text must not take the memory.
 constexpr size_t ProfonditaMassima = 1000;
 
-constexpr char16_t Alti1252[32] = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021, 0x2C6,  0x2030, 0x160,
-                                   0x2039, 0x152,  0x8D,   0x17D,  0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-                                   0x2013, 0x2014, 0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
+constexpr char16_t Alti1252[32] = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
+                                   0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
+                                   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                   0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
 
 class Lettore
 {
@@ -22,8 +24,10 @@ public:
 
     void Leggi()
     {
-        while (m_dove < m_rtf.size() && !m_gruppi.empty())
+        // The outer group is the document's own: what follows its end is not read.
+        do {
             Passo();
+        } while (m_dove < m_rtf.size() && m_gruppi.size() > 1);
     }
 
     /// Reads \a righe as if they followed what was read so far; true when they leave the groups as they found them.
@@ -141,7 +145,8 @@ private:
     void Esadecimale()
     {
         bool giusto = false;
-        const uint valore = m_rtf.sliced(m_dove).first(std::min<qsizetype>(2, m_rtf.size() - m_dove)).toUInt(&giusto, 16);
+        const uint valore =
+            m_rtf.sliced(m_dove).first(std::min<qsizetype>(2, m_rtf.size() - m_dove)).toUInt(&giusto, 16);
         m_dove = std::min(m_dove + 2, m_rtf.size());
         if (giusto)
             Metti(valore >= 0x80 && valore < 0xA0 ? Alti1252[valore - 0x80] : char16_t(valore));
@@ -205,9 +210,9 @@ private:
     void Segno(QStringView parola)
     {
         static constexpr std::pair<QStringView, char16_t> Segni[] = {
-            {u"lquote", 0x2018}, {u"rquote", 0x2019}, {u"ldblquote", 0x201C}, {u"rdblquote", 0x201D},
-            {u"emdash", 0x2014}, {u"endash", 0x2013}, {u"bullet", 0x2022},    {u"emspace", 0x2003},
-            {u"enspace", 0x2002}};
+            {u"lquote", 0x2018},    {u"rquote", 0x2019},  {u"ldblquote", 0x201C},
+            {u"rdblquote", 0x201D}, {u"emdash", 0x2014},  {u"endash", 0x2013},
+            {u"bullet", 0x2022},    {u"emspace", 0x2003}, {u"enspace", 0x2002}};
         for (const auto &[nome, carattere] : Segni) {
             if (parola == nome)
                 Metti(carattere);
@@ -264,7 +269,6 @@ std::optional<Rtf::Contenuto> Rtf::Leggi(QStringView rtf)
         return std::nullopt;
     Lettore lettore(rtf);
     lettore.contenuto.testo.reserve(rtf.size());
-    // The outer group is the document's own: what follows its end is not read.
     lettore.Leggi();
     return std::move(lettore.contenuto);
 }

@@ -5,7 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 // The colours of the page's colouring stand in every header, so that the first use of one does not change it.
 constexpr std::array<ColoreBgr, 5> ColoriFissi{0x000000, 0xC00000, 0xFF00FF, 0x0000FF, 0x808080};

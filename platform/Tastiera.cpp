@@ -6,7 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace
+{
 
 // The extra key beside the left Shift of 102-key keyboards, by its X11 and evdev scan code.
 constexpr quint32 ScanCodeMinoreMaggiore = 94;

@@ -6,7 +6,8 @@ class QKeyEvent;
 struct EventoTasto;
 
 /// Keys by the codes that the program's rules name (virtual key codes), whatever the host calls them.
-namespace Tastiera {
+namespace Tastiera
+{
 
 [[nodiscard]] EventoTasto DaQt(const QKeyEvent &evento);
 
