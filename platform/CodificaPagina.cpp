@@ -53,11 +53,15 @@ QString ConFineRighe(QString testo)
                     cambiate += prossima - fine == 2 ? 0 : 1;
                 });
     if (cambiate > 0) {
-        QString regolare;
-        regolare.reserve(testo.size() + 2 * cambiate);
+        // An end of two units is counted already, a last line without an end needs both.
+        const bool senzaFine = !FineRiga(testo.back().unicode());
+        QString regolare(testo.size() + cambiate + (senzaFine ? 1 : 0), Qt::Uninitialized);
+        auto *dove = reinterpret_cast<char16_t *>(regolare.data());
         PerOgniRiga(QStringView(testo).utf16(), testo.size(),
                     [&](const char16_t *inizio, const char16_t *fine, const char16_t *) {
-                        regolare.append(QStringView(inizio, fine)).append("\r\n"_L1);
+                        dove = std::copy(inizio, fine, dove);
+                        *dove++ = u'\r';
+                        *dove++ = u'\n';
                     });
         testo = std::move(regolare);
     }

@@ -9,7 +9,9 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
+#include <algorithm>
 #include <limits>
+#include <string_view>
 
 namespace Codifiche
 {
@@ -32,6 +34,14 @@ void ScriviRiferimento(const void *contatore, UConverterFromUnicodeArgs *argomen
     const auto *inizio = reinterpret_cast<const UChar *>(riferimento.utf16());
     *errore = U_ZERO_ERROR;
     ucnv_cbFromUWriteUChars(argomenti, &inizio, inizio + riferimento.size(), 0, errore);
+}
+
+/// Whether \a testo consists of blanks, tabs and those ASCII characters that no encoding of the library uses for
+/// shifts. Such lines are the many; they need no library.
+template <typename Vista>
+bool SoloAscii(Vista testo)
+{
+    return std::all_of(testo.begin(), testo.end(), [](auto c) { return (c >= ' ' && c < '~') || c == '\t'; });
 }
 
 QString InUtf16(QByteArrayView byte, bool grande)
@@ -147,6 +157,10 @@ bool Convertitore::DecodificaLibreria(QByteArrayView byte, QString &testo) const
 {
     if (byte.size() > MassimoLibreria)
         return false;
+    if (SoloAscii(byte)) {
+        testo = QString::fromLatin1(byte);
+        return true;
+    }
     const QByteArray intero = m_prologo.isEmpty() ? QByteArray() : m_prologo + byte.toByteArray();
     const QByteArrayView fonte = m_prologo.isEmpty() ? byte : QByteArrayView(intero);
     const char *letti = fonte.data();
@@ -170,6 +184,8 @@ bool Convertitore::DecodificaLibreria(QByteArrayView byte, QString &testo) const
 
 QByteArray Convertitore::CodificaLibreria(QStringView testo, qsizetype &sostituiti) const
 {
+    if (SoloAscii(std::u16string_view(testo.utf16(), size_t(testo.size()))))
+        return testo.toLatin1();
     // The line end takes an encoding with states back to ASCII; it is cut off again.
     const QString conFine = m_conStati ? testo.toString() + u'\n' : QString();
     const QStringView fonte = m_conStati ? QStringView(conFine) : testo;

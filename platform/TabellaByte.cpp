@@ -51,9 +51,17 @@ QString TabellaByte::Decodifica(QByteArrayView byte) const
 
 QByteArray TabellaByte::Codifica(QStringView testo, qsizetype &sostituiti) const
 {
-    QByteArray byte;
-    byte.reserve(testo.size());
-    for (qsizetype i = 0; i < testo.size(); ++i) {
+    // As a rule nothing is lacking: one byte a unit, written in place.
+    QByteArray byte(testo.size(), Qt::Uninitialized);
+    char *scritti = byte.data();
+    qsizetype primo = 0;
+    for (; primo < testo.size(); ++primo) {
+        scritti[primo] = char(m_byte[testo[primo].unicode()]);
+        if (scritti[primo] == 0 && testo[primo].unicode() != 0)
+            break;
+    }
+    byte.truncate(primo);
+    for (qsizetype i = primo; i < testo.size(); ++i) {
         const char16_t unita = testo[i].unicode();
         const uchar trovato = m_byte[unita];
         if (trovato != 0 || unita == 0) {
