@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QHash>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -87,7 +88,7 @@ constexpr std::array Voci{
     Voce{"windows-874"_L1, "dos-874 iso-8859-11 iso8859-11 iso885911 iso_8859-11 tis-620 windows-874"_L1,
          "windows-874-2000"},
     Voce{"x-mac-cyrillic"_L1, "x-mac-cyrillic x-mac-ukrainian"_L1, nullptr},
-    // Never declared under these names; reached through AlternativaDi only.
+    // Mostly reached through AlternativaDi.
     Voce{"Big5-HKSCS"_L1, ""_L1, "ibm-1375_P100-2008"},
     Voce{"ISO-2022-JP-2"_L1, "csiso2022jp2 iso-2022-jp-2"_L1, nullptr},
     Voce{"CP50221"_L1, "cp50221 iso-2022-jp-ms"_L1, "ISO_2022,locale=ja,version=4"},

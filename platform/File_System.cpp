@@ -3,6 +3,10 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace File_System

@@ -3,7 +3,6 @@
 #include <QStringView>
 #include <QString>
 #include <QDateTime>
-#include <QFlags>
 
 #include <memory>
 

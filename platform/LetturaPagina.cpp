@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <new>
+#include <utility>
 
 namespace ModuloPrincipale
 {
