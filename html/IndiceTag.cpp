@@ -4,6 +4,10 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <bit>
+#include <utility>
+
 namespace ModuloTag
 {
 namespace
@@ -37,6 +41,15 @@ private:
 IndiceTag::IndiceTag(const QList<DatiTag> &tabella)
 {
     Numeratore attributo(m_attributi), valore(m_valori);
+    qsizetype proprieta = 0, valori = 0;
+    for (const DatiTag &tag : tabella) {
+        proprieta += tag.Proprieta.size();
+        for (const DatiProprieta &p : tag.Proprieta)
+            valori += p.Valori.size();
+    }
+    m_proprieta.Allarga(size_t(proprieta));
+    m_ammessi.Allarga(size_t(valori));
+    m_liberi.reserve(size_t(proprieta));
     for (qsizetype t = 1; t < tabella.size(); ++t) {
         const DatiTag &tag = tabella[t];
         QString nome = tag.Tag;
@@ -93,7 +106,7 @@ int IndiceTag::Coppie::Aggiungi(int a, int b)
     if (const int numero = Cerca(a, b); numero != Assente)
         return numero;
     if (m_posti.size() < size_t(m_quante + 1) * 2)
-        Allarga();
+        Allarga(size_t(m_quante + 1));
     const quint64 chiave = quint64(quint32(a)) << 32 | quint32(b);
     size_t posto = PrimoPosto(chiave);
     while (m_posti[posto].numero != Assente)
@@ -118,10 +131,10 @@ size_t IndiceTag::Coppie::PrimoPosto(quint64 chiave) const
     return size_t((chiave * 0x9e3779b97f4a7c15u) >> 32) & (m_posti.size() - 1);
 }
 
-void IndiceTag::Coppie::Allarga()
+void IndiceTag::Coppie::Allarga(size_t coppie)
 {
     const std::vector<Posto> vecchi =
-        std::exchange(m_posti, std::vector<Posto>(std::max<size_t>(64, m_posti.size() * 2)));
+        std::exchange(m_posti, std::vector<Posto>(std::bit_ceil(std::max<size_t>(32, coppie) * 2)));
     for (const Posto &p : vecchi) {
         if (p.numero == Assente)
             continue;

@@ -1,5 +1,8 @@
 #include "html/TabellaParole.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace ModuloTag
 {
 namespace
