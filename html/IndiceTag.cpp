@@ -17,6 +17,11 @@ constexpr quint8 Bene = 1;
 constexpr quint8 Sconosciuto = 2;
 constexpr quint8 Altrove = 3;
 
+[[nodiscard]] constexpr quint64 Chiave(int a, int b)
+{
+    return quint64(quint32(a)) << 32 | quint32(b);
+}
+
 /// Upper-cases and numbers strings. The loader lets equal strings share their text, and then the text's address is
 /// enough to know one again; it stays valid as long as the table does.
 class Numeratore
@@ -103,14 +108,15 @@ quint8 IndiceTag::VerificaValore(QStringView tag, QStringView attributo, QString
 
 int IndiceTag::Coppie::Aggiungi(int a, int b)
 {
-    if (const int numero = Cerca(a, b); numero != Assente)
-        return numero;
     if (m_posti.size() < size_t(m_quante + 1) * 2)
         Allarga(size_t(m_quante + 1));
-    const quint64 chiave = quint64(quint32(a)) << 32 | quint32(b);
+    const quint64 chiave = Chiave(a, b);
     size_t posto = PrimoPosto(chiave);
-    while (m_posti[posto].numero != Assente)
+    while (m_posti[posto].numero != Assente) {
+        if (m_posti[posto].chiave == chiave)
+            return m_posti[posto].numero;
         posto = (posto + 1) & (m_posti.size() - 1);
+    }
     m_posti[posto] = {chiave, m_quante};
     return m_quante++;
 }
@@ -119,7 +125,7 @@ int IndiceTag::Coppie::Cerca(int a, int b) const
 {
     if (m_posti.empty())
         return Assente;
-    const quint64 chiave = quint64(quint32(a)) << 32 | quint32(b);
+    const quint64 chiave = Chiave(a, b);
     for (size_t posto = PrimoPosto(chiave);; posto = (posto + 1) & (m_posti.size() - 1)) {
         if (m_posti[posto].numero == Assente || m_posti[posto].chiave == chiave)
             return m_posti[posto].numero;

@@ -74,9 +74,10 @@ public:
     template <typename Intero>
     [[nodiscard]] std::optional<Intero> Numero(int colonna) const
     {
-        if (sqlite3_column_type(m_domanda.get(), colonna) != SQLITE_INTEGER)
+        sqlite3_value *valore = sqlite3_column_value(m_domanda.get(), colonna);
+        if (sqlite3_value_type(valore) != SQLITE_INTEGER)
             return std::nullopt;
-        const qint64 numero = sqlite3_column_int64(m_domanda.get(), colonna);
+        const qint64 numero = sqlite3_value_int64(valore);
         if (numero < std::numeric_limits<Intero>::min() || numero > std::numeric_limits<Intero>::max())
             return std::nullopt;
         return Intero(numero);
@@ -85,13 +86,13 @@ public:
     /// The bytes live until the next step.
     [[nodiscard]] std::optional<std::string_view> Testo(int colonna) const
     {
-        const int tipo = sqlite3_column_type(m_domanda.get(), colonna);
-        if (tipo == SQLITE_NULL || tipo == SQLITE_BLOB)
+        sqlite3_value *valore = sqlite3_column_value(m_domanda.get(), colonna);
+        if (sqlite3_value_type(valore) == SQLITE_BLOB)
             return std::nullopt;
-        const auto *testo = reinterpret_cast<const char *>(sqlite3_column_text(m_domanda.get(), colonna));
+        const auto *testo = reinterpret_cast<const char *>(sqlite3_value_text(valore));
         if (!testo)
             return std::nullopt;
-        return std::string_view(testo, size_t(sqlite3_column_bytes(m_domanda.get(), colonna)));
+        return std::string_view(testo, size_t(sqlite3_value_bytes(valore)));
     }
 
 private:
@@ -199,9 +200,8 @@ private:
         const std::optional<qint16> p = m_proprieta.Numero<qint16>(0);
         const std::optional<qint32> tipo = m_proprieta.Numero<qint32>(m_type);
         const std::optional<quint8> categoria = m_proprieta.Numero<quint8>(m_category);
-        const bool anonima = m_proprieta.Nulla(m_nomeProprieta);
-        const QString *nome = anonima ? nullptr : Stringa(m_proprieta, m_nomeProprieta);
-        if (!p || !tipo || !categoria || (!anonima && !nome))
+        const QString *nome = Stringa(m_proprieta, m_nomeProprieta);
+        if (!p || !tipo || !categoria || (!nome && !m_proprieta.Nulla(m_nomeProprieta)))
             return NonSta();
         if (t >= m_tabella.size() && !ApriTag(t))
             return NonSta();
@@ -223,8 +223,9 @@ private:
         const std::optional<qint64> chiusura = m_tag.Numero<qint64>(m_closeTag);
         if (!nome || !chiusura || !Arriva(m_tabella, t))
             return false;
-        m_tabella[t].Tag = *nome;
-        m_tabella[t].CloseTag = *chiusura != 0;
+        DatiTag &tag = m_tabella[t];
+        tag.Tag = *nome;
+        tag.CloseTag = *chiusura != 0;
         return true;
     }
 
