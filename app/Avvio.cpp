@@ -86,7 +86,6 @@ int Avvio::Main(int argc, char **argv)
     }
 
     QApplication applicazione(argc, argv);
-    QApplication::setApplicationDisplayName(u"Velloro"_s);
     QGuiApplication::setDesktopFileName(u"velloro"_s);
     ModuloGrafica::ApplicaStile(applicazione);
     if (!esito.Riuscito()) {

@@ -17,6 +17,8 @@ using ModuloPrincipale::Messaggio;
 namespace
 {
 
+constexpr int LatoBottone = 27; // all bars in one row of 1280 pixels
+
 QIcon IconaDi(QStringView nome)
 {
     return nome.isEmpty() ? QIcon() : ModuloGrafica::Icona(nome);
@@ -106,6 +108,7 @@ void Comandi::CostruisciBarre(QWidget *contenitore)
             bottone->setToolTip(descrizione);
             bottone->setAccessibleName(descrizione);
             bottone->setAutoRaise(true);
+            bottone->setFixedSize(LatoBottone, LatoBottone);
             bottone->setFocusPolicy(Qt::NoFocus);
             const QString comando = definizione.comando.toString();
             connect(bottone, &QToolButton::clicked, this, [this, comando] { Esegui(comando); });

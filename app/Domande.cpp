@@ -13,7 +13,7 @@ namespace
 
 void Mostra(QWidget *finestra, QMessageBox::Icon icona, const QString &testo, const QString &dettaglio = {})
 {
-    QMessageBox messaggio(icona, QApplication::applicationDisplayName(), testo, QMessageBox::Ok, finestra);
+    QMessageBox messaggio(icona, QApplication::applicationName(), testo, QMessageBox::Ok, finestra);
     messaggio.setObjectName(u"Messaggio"_s);
     messaggio.setTextFormat(Qt::PlainText);
     messaggio.setInformativeText(dettaglio);
@@ -55,7 +55,7 @@ void Domande::Critico(QWidget *finestra, const QString &testo)
 
 bool Domande::ChiediConferma(QWidget *finestra)
 {
-    SoloBottoni domanda(QMessageBox::Question, QApplication::applicationDisplayName(),
+    SoloBottoni domanda(QMessageBox::Question, QApplication::applicationName(),
                         ModuloPrincipale::Messaggio(86), QMessageBox::Yes | QMessageBox::No, finestra);
     domanda.setObjectName(u"Messaggio"_s);
     domanda.setDefaultButton(QMessageBox::Yes);

@@ -7,6 +7,7 @@
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
 #include "app/TempoCaricamento.h"
+#include "chrome/Colori.h"
 #include "chrome/ModuloGrafica.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/PaginaAnteprima.h"
@@ -98,9 +99,8 @@ void FrmStart::CostruisciFinestra()
     colonna->setSpacing(0);
     auto *barre = new QWidget(centro);
     barre->setObjectName(u"PicToolBar"_s);
-    auto *disposizione = new DisposizioneBarre(barre);
+    new DisposizioneBarre(barre);
     m_comandi->CostruisciBarre(barre);
-    Q_UNUSED(disposizione);
     m_area = new QMdiArea(centro);
     m_area->setObjectName(u"AreaFinestre"_s);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -110,6 +110,10 @@ void FrmStart::CostruisciFinestra()
     setCentralWidget(centro);
     m_area->viewport()->installEventFilter(this);
     ModuloGrafica::Decora(*this);
+    QPalette tavolozza = barre->palette();
+    tavolozza.setColor(QPalette::Window, Colori::Pannello);
+    barre->setPalette(tavolozza);
+    barre->setAutoFillBackground(true);
 }
 
 void FrmStart::CostruisciStato()
@@ -150,6 +154,7 @@ void FrmStart::CostruisciFinestreInterne()
     m_risultati->setWindowTitle(Messaggio(64));
     m_risultati->setWindowIcon(ModuloGrafica::Icona(u"risultati"));
     m_anteprima = new FrmAnteprima;
+    ModuloGrafica::Decora(*m_risultati);
     m_finestraAnteprima = aggiungi(m_anteprima);
     m_finestraRisultati = aggiungi(m_risultati);
     m_finestraDocumento = aggiungi(m_documento);
@@ -326,6 +331,7 @@ void FrmStart::MostraPosizione()
 void FrmStart::AggiornaTitolo()
 {
     setWindowTitle(m_pagina->Titolo());
+    m_documento->setWindowTitle(m_pagina->Nome());
 }
 
 void FrmStart::AggiornaAnteprima(bool nascondi)

@@ -170,8 +170,13 @@ void PaginaCorrente::Iniziata()
     Stato().TestoSalvato = m_pad->Text();
 }
 
-QString PaginaCorrente::Titolo() const
+QString PaginaCorrente::Nome() const
 {
     const QString &corrente = Stato().FileCorrente;
-    return u"Velloro - [%1]"_s.arg(corrente.isEmpty() ? Messaggio(344) : File_System::NomeFile(corrente));
+    return corrente.isEmpty() ? Messaggio(344) : File_System::NomeFile(corrente);
+}
+
+QString PaginaCorrente::Titolo() const
+{
+    return u"Velloro - [%1]"_s.arg(Nome());
 }

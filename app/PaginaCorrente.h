@@ -30,6 +30,9 @@ public:
     [[nodiscard]] bool Modificata() const;
     /// A page that has no file is in the editor: \a formato of the next save is taken from the page itself.
     void Iniziata();
+    /// File name of the current file, or the name of a page without one.
+    [[nodiscard]] QString Nome() const;
+    /// What the main window's title bar says.
     [[nodiscard]] QString Titolo() const;
     [[nodiscard]] const FormatoPagina &Formato() const { return m_formato; }
 

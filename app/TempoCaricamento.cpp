@@ -13,7 +13,9 @@ constexpr double BytePerSecondo = 4200; // 33.6 kbit/s
 QString UnDecimale(double valore, QLocale locale)
 {
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale.toString(float(std::nearbyint(valore * 10) / 10), 'f', QLocale::FloatingPointShortest);
+    // Stored in single precision, so no more than its seven digits are shown.
+    const double singola = QString::number(float(std::nearbyint(valore * 10) / 10), 'g', 7).toDouble();
+    return locale.toString(singola, 'f', QLocale::FloatingPointShortest);
 }
 
 } // namespace

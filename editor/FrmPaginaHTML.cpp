@@ -2,6 +2,7 @@
 
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
+#include "chrome/Colori.h"
 #include "editor/MargineRighe.h"
 #include "platform/Misure.h"
 
@@ -39,6 +40,10 @@ FrmPaginaHTML::FrmPaginaHTML(QWidget *parent)
     m_timer->setObjectName(u"Timer1"_s);
     m_timer->setInterval(100);
     setFocusProxy(m_pad);
+    setAutoFillBackground(true);
+    QPalette tavolozza = palette();
+    tavolozza.setColor(QPalette::Window, Colori::Finestra);
+    setPalette(tavolozza);
     Carica();
     CollegaEventi();
     m_timer->start();
