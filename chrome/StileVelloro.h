@@ -25,6 +25,8 @@ public:
                             const QWidget *widget) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl controllo, const QStyleOptionComplex *opzione, SubControl parte,
                                        const QWidget *widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType tipo, const QStyleOption *opzione, const QSize &contenuto,
+                                         const QWidget *widget) const override;
     [[nodiscard]] int pixelMetric(PixelMetric misura, const QStyleOption *opzione,
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint cosa, const QStyleOption *opzione, const QWidget *widget,
@@ -43,6 +45,8 @@ private:
     void DisegnaScorrimento(const QStyleOptionComplex &opzione, QPainter &p, const QWidget *widget) const;
     [[nodiscard]] QRect ParteScorrimento(const QStyleOptionComplex &opzione, SubControl parte,
                                          const QWidget *widget) const;
+    [[nodiscard]] bool DisegnaProgresso(ControlElement elemento, const QStyleOption &opzione, QPainter &p) const;
+    [[nodiscard]] bool DisegnaRamo(const QStyleOption &opzione, QPainter &p) const;
     void DisegnaIntestazione(const QStyleOption &opzione, QPainter &p) const;
     void DisegnaLinguetta(const QStyleOption &opzione, QPainter &p) const;
 };
