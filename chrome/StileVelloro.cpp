@@ -148,6 +148,8 @@ int StileVelloro::pixelMetric(PixelMetric misura, const QStyleOption *opzione, c
         return 28;
     case PM_ToolBarIconSize:
         return 20;
+    case PM_MessageBoxIconSize:
+        return 32;
     case PM_SmallIconSize:
     case PM_ButtonIconSize:
         return 16;
@@ -173,6 +175,7 @@ int StileVelloro::styleHint(StyleHint cosa, const QStyleOption *opzione, const Q
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ComboBox_Popup:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_WindowFrame_Mask: // inner windows have square corners
         return 0;
     case SH_TitleBar_NoBorder:
@@ -180,6 +183,22 @@ int StileVelloro::styleHint(StyleHint cosa, const QStyleOption *opzione, const Q
         return 1;
     default:
         return QProxyStyle::styleHint(cosa, opzione, widget, risposta);
+    }
+}
+
+QIcon StileVelloro::standardIcon(StandardPixmap quale, const QStyleOption *opzione, const QWidget *widget) const
+{
+    switch (quale) {
+    case SP_MessageBoxInformation:
+        return ModuloGrafica::Icona(u"avviso_informazione");
+    case SP_MessageBoxWarning:
+        return ModuloGrafica::Icona(u"avviso_attenzione");
+    case SP_MessageBoxCritical:
+        return ModuloGrafica::Icona(u"avviso_errore");
+    case SP_MessageBoxQuestion:
+        return ModuloGrafica::Icona(u"avviso_domanda");
+    default:
+        return QProxyStyle::standardIcon(quale, opzione, widget);
     }
 }
 

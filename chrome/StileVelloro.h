@@ -31,6 +31,8 @@ public:
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint cosa, const QStyleOption *opzione, const QWidget *widget,
                                 QStyleHintReturn *risposta) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap quale, const QStyleOption *opzione,
+                                     const QWidget *widget) const override;
 
 private:
     // StileComandi.cpp: buttons, fields, marks, menus, tool bars. Each tells whether it drew.
