@@ -25,7 +25,8 @@ std::optional<ClsProgressBar::Passo> ClsProgressBar::ProssimoPasso(double valore
 {
     if (massimo == 0 || !(valore <= massimo) || !(scala > 0))
         return {};
-    const double percento = valore / massimo * 100;
+    // In single precision, like the last one: 29 of 100 is then 29 points, not a hair less.
+    const float percento = float(valore / massimo * 100);
     if (!(percento >= ultima + 1))
         return {};
     const Passo passo{int(std::nearbyint(valore / scala)), percento};
@@ -127,6 +128,12 @@ void ClsProgressBar::Value(double valore)
         Disegna(*passo);
 }
 
+/// As far from the lower edge of the picture as from the upper one.
+int ClsProgressBar::AltezzaEtichetta() const
+{
+    return Misure::InPixel(Altezza) - 2 * m_etichetta->y();
+}
+
 void ClsProgressBar::Disegna(const Passo &passo)
 {
     const QPointer<ClsProgressBar> vivo(this);
@@ -147,8 +154,8 @@ void ClsProgressBar::Disegna(const Passo &passo)
     }
     if (m_etichetta) {
         m_etichetta->setText(QString::number(std::nearbyint(passo.percento)) + u'%');
-        m_etichetta->adjustSize();
+        m_etichetta->resize(m_etichetta->sizeHint().width(), AltezzaEtichetta());
         m_etichetta->move(Misure::InPixel(passo.x - CodaEtichetta), m_etichetta->y());
     }
-    m_ultima = float(passo.percento);
+    m_ultima = passo.percento;
 }

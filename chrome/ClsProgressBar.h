@@ -18,7 +18,7 @@ class ClsProgressBar : public QObject
 public:
     struct Passo {
         int x = 0; ///< right end of the bar, in twips
-        double percento = 0;
+        float percento = 0;
     };
 
     /// The step to draw for a value: none while the percentage has not grown by a point since \a ultima, for a value
@@ -53,6 +53,7 @@ public:
 private:
     void Disegna(const Passo &passo);
     void VestiEtichetta();
+    [[nodiscard]] int AltezzaEtichetta() const;
 
     QPointer<PictureBox> m_riquadro;
     QPointer<QLabel> m_etichetta;

@@ -140,6 +140,11 @@ bool StileVelloro::DisegnaCampo(PrimitiveElement elemento, const QStyleOption &o
         p.setBrush(Qt::NoBrush);
         p.drawRoundedRect(Mezzo(o.rect, 0.75), 2, 2);
         return true;
+    case PE_FrameTabWidget:
+        p.fillRect(o.rect, Colori::Pannello);
+        p.setPen(Colori::Linea);
+        p.drawRect(Mezzo(o.rect));
+        return true;
     case PE_FrameGroupBox:
         p.setPen(Colori::Bordo);
         p.setBrush(Colori::Pannello);

@@ -2,6 +2,7 @@
 
 #include "chrome/Colori.h"
 
+#include <QMdiSubWindow>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
@@ -73,15 +74,20 @@ void StileVelloro::DisegnaTitolo(const QStyleOptionComplex &opzione, QPainter &p
         return;
     const bool attiva = barra->titleBarState & State_Active;
     p.fillRect(barra->rect, attiva ? Colori::Intestazione : Colori::TitoloSpento);
+    p.setPen(attiva ? Colori::Selezione : Colori::Bordo);
+    p.drawRect(QRectF(barra->rect).adjusted(0.5, 0.5, -0.5, 1));
     // The active window carries the bright line that no other has.
     const QColor filo = attiva ? Colori::Progresso : Colori::Bordo;
     p.fillRect(QRect(barra->rect.left(), barra->rect.top(), barra->rect.width(), attiva ? 2 : 1), filo);
 
     const QRect posto = subControlRect(CC_TitleBar, barra, SC_TitleBarLabel, widget);
     int sinistra = posto.left() + 4;
-    if (!barra->icon.isNull()) {
+    // An inner window does not take over the icon of what it shows once the application has one.
+    const auto *finestra = qobject_cast<const QMdiSubWindow *>(widget);
+    const QIcon icona = finestra && finestra->widget() ? finestra->widget()->windowIcon() : barra->icon;
+    if (!icona.isNull()) {
         const QRect figura(barra->rect.left() + 7, barra->rect.center().y() - 7, 16, 16);
-        barra->icon.paint(&p, figura);
+        icona.paint(&p, figura);
         sinistra = qMax(sinistra, figura.right() + 7);
     }
     QFont carattere = widget ? widget->font() : p.font();
@@ -180,4 +186,37 @@ void StileVelloro::DisegnaLinguetta(const QStyleOption &o, QPainter &p) const
                                                              : Colori::Finestra);
     p.fillRect(QRect(o.rect.left(), o.rect.top() + (scelta ? 0 : 2), o.rect.width(), scelta ? 2 : 1),
                scelta ? Colori::Progresso : Colori::Linea);
+}
+
+bool StileVelloro::DisegnaProgresso(ControlElement elemento, const QStyleOption &o, QPainter &p) const
+{
+    if (elemento == CE_ProgressBarGroove) {
+        p.setPen(Colori::Bordo);
+        p.setBrush(o.palette.brush(QPalette::Base));
+        p.drawRect(QRectF(o.rect).adjusted(0.5, 0.5, -0.5, -0.5));
+        return true;
+    }
+    const auto *barra = qstyleoption_cast<const QStyleOptionProgressBar *>(&o);
+    if (elemento != CE_ProgressBarContents || !barra || barra->maximum <= barra->minimum ||
+        !(barra->state & State_Horizontal))
+        return false; // a bar without an end keeps Fusion's moving stripes
+    const double parte = double(barra->progress - barra->minimum) / (barra->maximum - barra->minimum);
+    QRect piena = o.rect.adjusted(1, 1, -1, -1);
+    piena.setWidth(int(piena.width() * qBound(0.0, parte, 1.0)));
+    p.fillRect(visualRect(o.direction, o.rect, piena), o.palette.brush(QPalette::Highlight));
+    return true;
+}
+
+bool StileVelloro::DisegnaRamo(const QStyleOption &o, QPainter &p) const
+{
+    if (!(o.state & State_Children))
+        return true;
+    const QColor colore = o.palette.color(o.state & State_Selected ? QPalette::HighlightedText : QPalette::Text);
+    p.setPen(QPen(colore, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF c = QRectF(o.rect).center();
+    if (o.state & State_Open)
+        p.drawPolyline(QPolygonF{c + QPointF(-3.5, -1.5), c + QPointF(0, 2), c + QPointF(3.5, -1.5)});
+    else
+        p.drawPolyline(QPolygonF{c + QPointF(-1.5, -3.5), c + QPointF(2, 0), c + QPointF(-1.5, 3.5)});
+    return true;
 }

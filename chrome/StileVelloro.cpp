@@ -65,7 +65,9 @@ void StileVelloro::drawPrimitive(PrimitiveElement elemento, const QStyleOption *
 {
     p->save();
     p->setRenderHint(QPainter::Antialiasing);
-    const bool fatto = DisegnaCampo(elemento, *opzione, *p) || DisegnaBarra(elemento, *opzione, *p);
+    const bool fatto = elemento == PE_IndicatorBranch
+                           ? DisegnaRamo(*opzione, *p)
+                           : DisegnaCampo(elemento, *opzione, *p) || DisegnaBarra(elemento, *opzione, *p);
     p->restore();
     if (!fatto)
         QProxyStyle::drawPrimitive(elemento, opzione, p, widget);
@@ -82,7 +84,7 @@ void StileVelloro::drawControl(ControlElement elemento, const QStyleOption *opzi
     else if (elemento == CE_TabBarTabShape)
         DisegnaLinguetta(*opzione, *p);
     else
-        fatto = DisegnaMenu(elemento, *opzione, *p, widget);
+        fatto = DisegnaProgresso(elemento, *opzione, *p) || DisegnaMenu(elemento, *opzione, *p, widget);
     p->restore();
     if (!fatto)
         QProxyStyle::drawControl(elemento, opzione, p, widget);
@@ -115,7 +117,22 @@ QRect StileVelloro::subControlRect(ComplexControl controllo, const QStyleOptionC
 {
     if (controllo == CC_ScrollBar)
         return ParteScorrimento(*opzione, parte, widget);
-    return QProxyStyle::subControlRect(controllo, opzione, parte, widget);
+    const QRect posto = QProxyStyle::subControlRect(controllo, opzione, parte, widget);
+    // The title of a group stands inside its frame.
+    return controllo == CC_GroupBox && parte != SC_GroupBoxFrame && parte != SC_GroupBoxContents
+               ? posto.translated(8, 4)
+               : posto;
+}
+
+QSize StileVelloro::sizeFromContents(ContentsType tipo, const QStyleOption *opzione, const QSize &contenuto,
+                                     const QWidget *widget) const
+{
+    QSize misura = QProxyStyle::sizeFromContents(tipo, opzione, contenuto, widget);
+    if (tipo == CT_ItemViewItem)
+        misura.rheight() += 4;
+    else if (tipo == CT_GroupBox)
+        misura.rheight() += 4;
+    return misura;
 }
 
 int StileVelloro::pixelMetric(PixelMetric misura, const QStyleOption *opzione, const QWidget *widget) const
@@ -131,6 +148,8 @@ int StileVelloro::pixelMetric(PixelMetric misura, const QStyleOption *opzione, c
         return 28;
     case PM_ToolBarIconSize:
         return 20;
+    case PM_MessageBoxIconSize:
+        return 32;
     case PM_SmallIconSize:
     case PM_ButtonIconSize:
         return 16;
@@ -156,12 +175,30 @@ int StileVelloro::styleHint(StyleHint cosa, const QStyleOption *opzione, const Q
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ComboBox_Popup:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_WindowFrame_Mask: // inner windows have square corners
         return 0;
     case SH_TitleBar_NoBorder:
     case SH_UnderlineShortcut:
         return 1;
     default:
         return QProxyStyle::styleHint(cosa, opzione, widget, risposta);
+    }
+}
+
+QIcon StileVelloro::standardIcon(StandardPixmap quale, const QStyleOption *opzione, const QWidget *widget) const
+{
+    switch (quale) {
+    case SP_MessageBoxInformation:
+        return ModuloGrafica::Icona(u"avviso_informazione");
+    case SP_MessageBoxWarning:
+        return ModuloGrafica::Icona(u"avviso_attenzione");
+    case SP_MessageBoxCritical:
+        return ModuloGrafica::Icona(u"avviso_errore");
+    case SP_MessageBoxQuestion:
+        return ModuloGrafica::Icona(u"avviso_domanda");
+    default:
+        return QProxyStyle::standardIcon(quale, opzione, widget);
     }
 }
 

@@ -25,10 +25,14 @@ public:
                             const QWidget *widget) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl controllo, const QStyleOptionComplex *opzione, SubControl parte,
                                        const QWidget *widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType tipo, const QStyleOption *opzione, const QSize &contenuto,
+                                         const QWidget *widget) const override;
     [[nodiscard]] int pixelMetric(PixelMetric misura, const QStyleOption *opzione,
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint cosa, const QStyleOption *opzione, const QWidget *widget,
                                 QStyleHintReturn *risposta) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap quale, const QStyleOption *opzione,
+                                     const QWidget *widget) const override;
 
 private:
     // StileComandi.cpp: buttons, fields, marks, menus, tool bars. Each tells whether it drew.
@@ -43,6 +47,8 @@ private:
     void DisegnaScorrimento(const QStyleOptionComplex &opzione, QPainter &p, const QWidget *widget) const;
     [[nodiscard]] QRect ParteScorrimento(const QStyleOptionComplex &opzione, SubControl parte,
                                          const QWidget *widget) const;
+    [[nodiscard]] bool DisegnaProgresso(ControlElement elemento, const QStyleOption &opzione, QPainter &p) const;
+    [[nodiscard]] bool DisegnaRamo(const QStyleOption &opzione, QPainter &p) const;
     void DisegnaIntestazione(const QStyleOption &opzione, QPainter &p) const;
     void DisegnaLinguetta(const QStyleOption &opzione, QPainter &p) const;
 };
