@@ -100,9 +100,8 @@ void Comandi::CostruisciBarre(QWidget *contenitore)
                 continue;
             }
             auto *bottone = new QToolButton(barra);
-            const QString descrizione =
-                (definizione.messaggio == 0 ? QString() : Messaggio(definizione.messaggio)) +
-                definizione.letterale.toString();
+            const QString descrizione = (definizione.messaggio == 0 ? QString() : Messaggio(definizione.messaggio)) +
+                                        definizione.letterale.toString();
             bottone->setObjectName(u"%1(%2)"_s.arg(voce.nome).arg(definizione.indice));
             bottone->setIcon(IconaDi(definizione.icona));
             bottone->setToolTip(descrizione);

@@ -55,8 +55,8 @@ void Domande::Critico(QWidget *finestra, const QString &testo)
 
 bool Domande::ChiediConferma(QWidget *finestra)
 {
-    SoloBottoni domanda(QMessageBox::Question, QApplication::applicationName(),
-                        ModuloPrincipale::Messaggio(86), QMessageBox::Yes | QMessageBox::No, finestra);
+    SoloBottoni domanda(QMessageBox::Question, QApplication::applicationName(), ModuloPrincipale::Messaggio(86),
+                        QMessageBox::Yes | QMessageBox::No, finestra);
     domanda.setObjectName(u"Messaggio"_s);
     domanda.setDefaultButton(QMessageBox::Yes);
     return domanda.exec() == QMessageBox::Yes;

@@ -40,7 +40,8 @@ QString Motivo(ModuloPrincipale::EsitoScrittura esito)
 
 } // namespace
 
-PaginaCorrente::PaginaCorrente(RichTextBox *pad, QWidget *finestra) : QObject(finestra), m_pad(pad), m_finestra(finestra)
+PaginaCorrente::PaginaCorrente(RichTextBox *pad, QWidget *finestra)
+    : QObject(finestra), m_pad(pad), m_finestra(finestra)
 {
 }
 
@@ -74,6 +75,10 @@ bool PaginaCorrente::Apri(const QString &percorso)
     m_pad->ImpostaText(testo);
     m_formato = formato;
     emit Caricata();
+    if (!formato.dichiarata.isEmpty() && formato.dichiarata != formato.codifica && formato.codifica == u"windows-1252")
+        emit Avviso(Messaggio(343).arg(formato.dichiarata));
+    else if (formato.altriFineRiga)
+        emit Avviso(Messaggio(207));
     Stato().FileCorrente = percorso;
     Stato().TestoSalvato = testo;
     emit TitoloCambiato();
@@ -123,7 +128,8 @@ bool PaginaCorrente::SalvaConNome()
 
 bool PaginaCorrente::Scrivi(const QString &percorso)
 {
-    const ModuloPrincipale::RisultatoScrittura esito = ModuloPrincipale::ScriviTesto(m_pad->Text(), percorso, m_formato);
+    const ModuloPrincipale::RisultatoScrittura esito =
+        ModuloPrincipale::ScriviTesto(m_pad->Text(), percorso, m_formato);
     if (!esito) {
         AvvisaScrittura(percorso, esito);
         return false;
@@ -140,9 +146,8 @@ bool PaginaCorrente::Scrivi(const QString &percorso)
 void PaginaCorrente::AvvisaScrittura(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito) const
 {
     using ModuloPrincipale::EsitoScrittura;
-    QString testo = esito.esito == EsitoScrittura::SolaLettura
-                        ? Messaggio(205).arg(percorso)
-                        : Messaggio(204).arg(percorso, Motivo(esito.esito));
+    QString testo = esito.esito == EsitoScrittura::SolaLettura ? Messaggio(205).arg(percorso)
+                                                               : Messaggio(204).arg(percorso, Motivo(esito.esito));
     if (!esito.copiaVecchia.isEmpty())
         testo += u"\n\n"_s + esito.copiaVecchia;
     Domande::Avverti(m_finestra, testo, esito.motivo);

@@ -7,8 +7,8 @@
 class RichTextBox;
 class QWidget;
 
-/// The one page: opening, saving, and whether it counts as modified. Tells the user what went wrong; the page then stays
-/// as it was.
+/// The one page: opening, saving, and whether it counts as modified. Tells the user what went wrong; the page then
+/// stays as it was.
 class PaginaCorrente : public QObject
 {
     Q_OBJECT
@@ -24,8 +24,8 @@ public:
     /// False when the page was not written: it failed, or the user gave up.
     bool Salva();
     bool SalvaConNome();
-    /// Asks whether to save when the page is modified. False when the user wanted it saved and that failed: whoever asked
-    /// should not go on to throw the page away.
+    /// Asks whether to save when the page is modified. False when the user wanted it saved and that failed: whoever
+    /// asked should not go on to throw the page away.
     bool ChiediSalvataggio();
     [[nodiscard]] bool Modificata() const;
     /// A page that has no file is in the editor: \a formato of the next save is taken from the page itself.

@@ -14,19 +14,19 @@ struct Voce {
     QStringView menu{};    ///< menu that holds the item
     QStringView comando{}; ///< the item's own name, or that of the submenu it opens; empty: a separator
     qint16 messaggio = 0;
-    QStringView icona{};   ///< empty: none
-    QStringView tasti{};   ///< shortcut in portable form; empty: none
+    QStringView icona{}; ///< empty: none
+    QStringView tasti{}; ///< shortcut in portable form; empty: none
     bool sottomenu = false;
     bool nascosta = false; ///< switched off by the design
-    QStringView svolge{};    ///< the command that it stands for, when that is another one's
+    QStringView svolge{};  ///< the command that it stands for, when that is another one's
 };
 
 struct Bottone {
     QStringView barra{};
-    int indice = 0;        ///< from 1; 0: a separator
+    int indice = 0; ///< from 1; 0: a separator
     QStringView comando{};
     QStringView icona{};
-    qint16 messaggio = 0;  ///< tool tip; 0: the literal
+    qint16 messaggio = 0;    ///< tool tip; 0: the literal
     QStringView letterale{}; ///< tool tip, or what follows the message
 };
 

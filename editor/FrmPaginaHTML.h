@@ -7,8 +7,8 @@
 class MargineRighe;
 class QTimer;
 
-/// The document window: the editing control, the gutter with the line numbers, and the timer that keeps the two in step.
-/// There is one in the whole program, for its whole life.
+/// The document window: the editing control, the gutter with the line numbers, and the timer that keeps the two in
+/// step. There is one in the whole program, for its whole life.
 class FrmPaginaHTML : public QWidget
 {
     Q_OBJECT

@@ -13,6 +13,8 @@ struct FormatoPagina {
     /// encoding needs it; empty but not null: the file does without, against its encoding's rule.
     QByteArray firma;
 
+    bool altriFineRiga = false; ///< the file's first line end was no CR LF; the page is written with CR LF
+
     /// Several byte sequences may mean the same text. For each text of a line that was not written the usual way, the
     /// bytes of all lines with that text, in their order; a null one stands for the usual way.
     QHash<QString, QList<QByteArray>> righeInsolite;

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -38,6 +39,16 @@ RisultatoLettura LeggiByte(const QString &percorso, QByteArray &byte)
     return {};
 }
 
+/// Judged by the first line end; zero bytes are passed over, so that UTF-16 is judged too.
+bool IniziaConAltroFineRiga(QByteArrayView byte)
+{
+    const auto fine = std::find_if(byte.begin(), byte.end(), [](char c) { return c == '\r' || c == '\n'; });
+    if (fine == byte.end())
+        return false;
+    const auto dopo = std::find_if(fine + 1, byte.end(), [](char c) { return c != '\0'; });
+    return *fine == '\n' || dopo == byte.end() || *dopo != '\n';
+}
+
 } // namespace
 
 RisultatoLettura LeggiPagina(const QString &percorso, QString &testo, FormatoPagina *formato)
@@ -48,6 +59,7 @@ RisultatoLettura LeggiPagina(const QString &percorso, QString &testo, FormatoPag
         QByteArray byte;
         RisultatoLettura risultato = LeggiByte(percorso, byte);
         testo = Codifiche::TestoDaByte(byte, trovato);
+        trovato.altriFineRiga = IniziaConAltroFineRiga(byte);
         if (formato)
             *formato = std::move(trovato);
         return risultato;
