@@ -152,6 +152,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *evento) override;
     void contextMenuEvent(QContextMenuEvent *evento) override;
     void focusOutEvent(QFocusEvent *evento) override;
+    void inputMethodEvent(QInputMethodEvent *evento) override;
     void paintEvent(QPaintEvent *evento) override;
     [[nodiscard]] QMimeData *createMimeDataFromSelection() const override;
     [[nodiscard]] bool canInsertFromMimeData(const QMimeData *dati) const override;
@@ -192,6 +193,7 @@ private:
     void CambiaSelezione(Cambia cambia);
     void AspettiCambiati(int da, int quanti);
     void AggiornaBlocchiVisibili();
+    [[nodiscard]] int ImprontaAspetti(const QTextBlock &blocco) const;
     [[nodiscard]] QList<QTextLayout::FormatRange> Formati(const QTextBlock &blocco) const;
 
     // RTF (RichTextBoxRtf.cpp)

@@ -99,6 +99,23 @@ void RichTextBox::ImpostaSelItalic(bool corsivo)
     CambiaSelezione([corsivo](Aspetto &aspetto) { aspetto.corsivo = corsivo; });
 }
 
+// What a block's looks amount to, small enough to be kept as the block's own state: comparing it costs no formats.
+int RichTextBox::ImprontaAspetti(const QTextBlock &blocco) const
+{
+    const int inizio = InizioBlocco(blocco);
+    const int fine = inizio + blocco.length() - 1;
+    quint32 impronta = 2166136261u;
+    for (int i = inizio; i < fine;) {
+        const quint8 aspetto = m_aspetti.at(i);
+        int j = i + 1;
+        while (j < fine && m_aspetti.at(j) == aspetto)
+            ++j;
+        impronta = ((impronta ^ quint32(j - i)) * 16777619u ^ aspetto) * 16777619u;
+        i = j;
+    }
+    return int(impronta >> 1);
+}
+
 QList<QTextLayout::FormatRange> RichTextBox::Formati(const QTextBlock &blocco) const
 {
     QList<QTextLayout::FormatRange> formati;
@@ -137,9 +154,13 @@ void RichTextBox::AggiornaBlocchiVisibili()
     while (blocco.isValid() && cima < viewport()->height()) {
         // A block in which an input method composes carries formats of its own until the text is committed.
         if (blocco.layout()->preeditAreaText().isEmpty()) {
-            const QList<QTextLayout::FormatRange> formati = Formati(blocco);
-            if (blocco.layout()->formats() != formati)
-                m_disposizione->ImpostaFormati(blocco, formati);
+            const int impronta = ImprontaAspetti(blocco);
+            if (blocco.userState() != impronta) {
+                blocco.setUserState(impronta);
+                const QList<QTextLayout::FormatRange> formati = Formati(blocco);
+                if (blocco.layout()->formats() != formati)
+                    m_disposizione->ImpostaFormati(blocco, formati);
+            }
         }
         cima += blockBoundingRect(blocco).height();
         blocco = blocco.next();

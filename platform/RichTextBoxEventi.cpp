@@ -124,6 +124,15 @@ void RichTextBox::focusOutEvent(QFocusEvent *evento)
     emit LostFocus();
 }
 
+void RichTextBox::inputMethodEvent(QInputMethodEvent *evento)
+{
+    const QPointer<RichTextBox> questo(this);
+    QPlainTextEdit::inputMethodEvent(evento);
+    // Composing put formats of its own into the block: ours are due again.
+    if (questo)
+        textCursor().block().setUserState(-1);
+}
+
 QMimeData *RichTextBox::createMimeDataFromSelection() const
 {
     // Every host's programs exchange plain text with lone line feeds inside Qt.
