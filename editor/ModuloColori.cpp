@@ -1,0 +1,39 @@
+#include "editor/ModuloColori.h"
+
+#include "html/SchemaColori.h"
+#include "html/VerificaSintassi.h"
+
+#include "platform/RichTextBox.h"
+
+namespace ModuloColori
+{
+
+void ControllaTagCorrente(RichTextBox &editor)
+{
+    const int caretto = editor.SelStart();
+    const int apertura = editor.CercaIndietro(u'<', caretto);
+    if (apertura < 0)
+        return;
+    // The fragment goes one character beyond the ">", or beyond the caret, where the check takes that for the tag's
+    // end.
+    const int chiusura = editor.CercaAvanti(u'>', apertura);
+    const int fine = chiusura >= 0 ? chiusura + 2 : caretto + 1;
+    ModuloVerificaSintassi::VerificaFrammento(editor, apertura, fine - apertura, 2);
+}
+
+void RegolaInizioCommento(RichTextBox &editor)
+{
+    const int caretto = editor.SelStart();
+    if (caretto < 3)
+        return;
+    if (editor.Parte(caretto - 3, 3) == u"<!-")
+        editor.Colora(caretto - 3, 3, SchemaColori::Commento);
+    editor.ImpostaSelStart(caretto + 1);
+}
+
+void RegolaColoreBattitura(RichTextBox &editor)
+{
+    editor.ImpostaSelColor(SchemaColori::Testo);
+}
+
+} // namespace ModuloColori

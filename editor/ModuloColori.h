@@ -1,0 +1,19 @@
+#pragma once
+
+class RichTextBox;
+
+/// The colouring rules of the key releases inside a tag.
+namespace ModuloColori
+{
+
+/// Checks and colours the tag around the caret. The cost does not depend on the page's length.
+void ControllaTagCorrente(RichTextBox &editor);
+
+/// After a "-": when it ends "<!-", these three turn to the comment colour. From position 3 on the caret goes one
+/// further than it was.
+void RegolaInizioCommento(RichTextBox &editor);
+
+/// What is typed from now on is black; so is what is selected.
+void RegolaColoreBattitura(RichTextBox &editor);
+
+} // namespace ModuloColori

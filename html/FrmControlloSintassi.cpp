@@ -1,0 +1,101 @@
+#include "html/FrmControlloSintassi.h"
+
+#include "app/TabellaLingua.h"
+#include "platform/Misure.h"
+#include "platform/RichTextBox.h"
+
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+FrmControlloSintassi *aperta = nullptr;
+
+// The list's place in the window, in twips; the larger figures leave room for the window's frame.
+constexpr int Margine = 10;
+constexpr int CorniceLarghezza = 70;
+constexpr int CorniceAltezza = 340;
+constexpr int FuoriSchermo = -1000;
+
+} // namespace
+
+void ElencoRisultati::Imposta(const Voci &voci)
+{
+    if (voci == m_voci)
+        return;
+    beginResetModel();
+    m_voci = voci;
+    endResetModel();
+}
+
+int ElencoRisultati::rowCount(const QModelIndex &padre) const
+{
+    return padre.isValid() ? 0 : int(m_voci.size());
+}
+
+QVariant ElencoRisultati::data(const QModelIndex &indice, int ruolo) const
+{
+    if (!indice.isValid() || indice.row() >= m_voci.size() || (ruolo != Qt::DisplayRole && ruolo != Qt::ToolTipRole))
+        return {};
+    // A name may hold "<": a tool tip must not take it for formatting.
+    const QString &testo = m_voci[indice.row()].testo;
+    return ruolo == Qt::ToolTipRole ? testo.toHtmlEscaped() : testo;
+}
+
+FrmControlloSintassi::FrmControlloSintassi(QWidget *padre) : QWidget(padre, Qt::Tool), m_lista(new QListView(this))
+{
+    setObjectName(u"FrmControlloSintassi"_s);
+    setWindowTitle(ModuloPrincipale::Messaggio(64));
+    m_lista->setObjectName(u"RichControllo"_s);
+    m_lista->setAccessibleName(windowTitle());
+    m_lista->setModel(&m_elenco);
+    m_lista->setUniformItemSizes(true);
+    m_lista->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_lista->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    move(Misure::InPixel(FuoriSchermo), Misure::InPixel(FuoriSchermo));
+
+    connect(m_lista, &QListView::clicked, this, &FrmControlloSintassi::Scegli);
+    for (const Qt::Key tasto : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *scorciatoia = new QShortcut(tasto, m_lista, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(scorciatoia, &QShortcut::activated, this, [this] { Scegli(m_lista->currentIndex()); });
+    }
+    aperta = this;
+}
+
+FrmControlloSintassi::~FrmControlloSintassi()
+{
+    if (aperta == this)
+        aperta = nullptr;
+    delete m_lista; // before the model that it shows
+}
+
+FrmControlloSintassi *FrmControlloSintassi::Aperta()
+{
+    return aperta;
+}
+
+void FrmControlloSintassi::Vai_A_Pos(qint32 posizione, RichTextBox &editor)
+{
+    editor.ImpostaSelStart(posizione);
+    editor.ensureCursorVisible();
+    editor.activateWindow();
+    editor.setFocus();
+}
+
+void FrmControlloSintassi::Scegli(const QModelIndex &indice)
+{
+    if (indice.isValid())
+        emit RisultatoScelto(m_elenco.Tutte()[indice.row()].posizione);
+}
+
+void FrmControlloSintassi::resizeEvent(QResizeEvent *evento)
+{
+    QWidget::resizeEvent(evento);
+    const QSize fuori = frameGeometry().size();
+    const int larghezza = Misure::InTwip(fuori.width()) - Margine - 10 - CorniceLarghezza;
+    const int altezza = Misure::InTwip(fuori.height()) - Margine - 10 - CorniceAltezza;
+    m_lista->setGeometry(Misure::InPixel(Margine), Misure::InPixel(Margine), Misure::InPixel(std::max(0, larghezza)),
+                         Misure::InPixel(std::max(0, altezza)));
+}

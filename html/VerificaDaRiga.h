@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QString>
+
+/// The check of the command line. Uses no widget and no display.
+namespace VerificaDaRiga
+{
+
+/// Checks the page \a testo as the check of an opened page would and gives one line a finding, each with its line feed:
+/// \a file, ":" and what the results window shows. Empty without findings. Linear in the page.
+[[nodiscard]] QString InRighe(const QString &file, const QString &testo);
+
+/// The same as JSON objects: file, line and column (from 1), position (from 0, UTF-16 units), type (1 unknown tag, 2
+/// attribute, 3 value), name, message.
+[[nodiscard]] QJsonArray InJson(const QString &file, const QString &testo);
+
+} // namespace VerificaDaRiga

@@ -1,0 +1,140 @@
+#include "html/VerificaSintassi.h"
+
+#include "html/Avanzamento.h"
+#include "html/FrmControlloSintassi.h"
+#include "html/PausaControllo.h"
+#include "html/Risultati.h"
+#include "html/SchemaColori.h"
+
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "platform/RichTextBox.h"
+
+#include <QPointer>
+
+namespace ModuloVerificaSintassi
+{
+namespace
+{
+
+CreaAvanzamento &Creatore()
+{
+    static CreaAvanzamento crea;
+    return crea;
+}
+
+/// Says to the whole program that a check works.
+class ControlloAttivo
+{
+public:
+    ControlloAttivo() { ModuloDichiarazioni::Stato().ControlloInCorso = true; }
+    ~ControlloAttivo() { ModuloDichiarazioni::Stato().ControlloInCorso = false; }
+    Q_DISABLE_COPY_MOVE(ControlloAttivo)
+};
+
+/// Puts what a walk finds into the control and into the findings.
+class Coloritore : public Ricevitore
+{
+public:
+    /// \a mantieni: colours leave underlines as they are. \a pausa may be null: no events.
+    Coloritore(RichTextBox &editor, bool mantieni, PausaControllo *pausa)
+        : m_editor(editor), m_mantieni(mantieni), m_pausa(pausa), m_lunghezza(editor.Lunghezza())
+    {
+    }
+
+    bool Prosegui(qsizetype fine) override { return !m_pausa || fine % 100 != 0 || m_pausa->Passa(fine); }
+
+    void Segna(Segno segno, qsizetype da, qsizetype quanti) override
+    {
+        m_editor.Colora(int(da), int(quanti), Colore(segno));
+        if (segno == Segno::Errore)
+            m_editor.Sottolinea(int(da), int(quanti), true);
+        else if (segno != Segno::Commento && !m_mantieni)
+            m_editor.Sottolinea(int(da), int(quanti) + 2, false);
+    }
+
+    void Trova(const Riscontro &riscontro) override { m_nuovi |= RegistroPagina().Aggiungi(riscontro, m_lunghezza); }
+
+    [[nodiscard]] bool Nuovi() const { return m_nuovi; }
+
+private:
+    [[nodiscard]] static ColoreBgr Colore(Segno segno)
+    {
+        switch (segno) {
+        case Segno::Tag:
+            return SchemaColori::Tag;
+        case Segno::Attributo:
+            return SchemaColori::Attributo;
+        case Segno::Valore:
+            return SchemaColori::Valore;
+        case Segno::Commento:
+        case Segno::Errore:
+            break;
+        }
+        return SchemaColori::Commento;
+    }
+
+    RichTextBox &m_editor;
+    bool m_mantieni;
+    PausaControllo *m_pausa;
+    qsizetype m_lunghezza;
+    bool m_nuovi = false;
+};
+
+} // namespace
+
+void ImpostaAvanzamento(CreaAvanzamento crea)
+{
+    Creatore() = std::move(crea);
+}
+
+void VerificaSintassi(RichTextBox &editor, int primaFine, bool mostraAvanzamento)
+{
+    if (ModuloDichiarazioni::Stato().ControlloInCorso)
+        return;
+    const ControlloAttivo attivo;
+    const QPointer<RichTextBox> vivo(&editor);
+    const QString testo = editor.Text();
+    bool nuovi = false;
+    {
+        std::unique_ptr<Avanzamento> avanzamento;
+        std::optional<PausaControllo> pausa;
+        if (mostraAvanzamento) {
+            if (Creatore())
+                avanzamento = Creatore()(ModuloPrincipale::Messaggio(85), testo.size());
+            pausa.emplace(editor, avanzamento.get());
+        }
+        Coloritore coloritore(editor, mostraAvanzamento, pausa ? &*pausa : nullptr);
+        if (!pausa || pausa->Passa(0))
+            Scandisci(testo, {.primaFine = primaFine}, coloritore);
+        nuovi = coloritore.Nuovi();
+    }
+    if (!vivo)
+        return;
+    if (editor.isVisible())
+        editor.setFocus();
+    if (nuovi)
+        AggiornaElencoErrori(editor);
+}
+
+void VerificaFrammento(RichTextBox &editor, int da, int quanti, int primaFine)
+{
+    if (ModuloDichiarazioni::Stato().ControlloInCorso)
+        return;
+    const ControlloAttivo attivo;
+    const QString testo = editor.Parte(da, quanti);
+    Coloritore coloritore(editor, false, nullptr);
+    Scandisci(testo, {.primaFine = primaFine, .scarto = da, .riga = editor.GetLineFromChar(da) + 1}, coloritore);
+    if (editor.isVisible())
+        editor.setFocus();
+    if (coloritore.Nuovi())
+        AggiornaElencoErrori(editor);
+}
+
+void AggiornaElencoErrori(const RichTextBox &editor)
+{
+    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta())
+        finestra->Elenca(RegistroPagina().Visibili(editor.Text()));
+}
+
+} // namespace ModuloVerificaSintassi
