@@ -3,7 +3,7 @@
 # headers that the floor itself publishes ("platform/RichTextBox.h").
 
 add_library(velloro_opzioni INTERFACE)
-target_compile_definitions(velloro_opzioni INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+target_compile_definitions(velloro_opzioni INTERFACE $<$<CONFIG:Dev>:QT_FORCE_ASSERTS> QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
                                                      $<$<CONFIG:Release>:QT_NO_DEBUG>)
 target_compile_options(velloro_opzioni INTERFACE -Wall -Wextra -Wpedantic)
 if(VELLORO_WERROR)

@@ -23,3 +23,6 @@ struct DatiTag {
 };
 
 } // namespace ModuloTag
+
+Q_DECLARE_TYPEINFO(ModuloTag::DatiProprieta, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(ModuloTag::DatiTag, Q_RELOCATABLE_TYPE);

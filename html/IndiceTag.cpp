@@ -4,6 +4,10 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <bit>
+#include <utility>
+
 namespace ModuloTag
 {
 namespace
@@ -12,6 +16,11 @@ namespace
 constexpr quint8 Bene = 1;
 constexpr quint8 Sconosciuto = 2;
 constexpr quint8 Altrove = 3;
+
+[[nodiscard]] constexpr quint64 Chiave(int a, int b)
+{
+    return quint64(quint32(a)) << 32 | quint32(b);
+}
 
 /// Upper-cases and numbers strings. The loader lets equal strings share their text, and then the text's address is
 /// enough to know one again; it stays valid as long as the table does.
@@ -37,6 +46,15 @@ private:
 IndiceTag::IndiceTag(const QList<DatiTag> &tabella)
 {
     Numeratore attributo(m_attributi), valore(m_valori);
+    qsizetype proprieta = 0, valori = 0;
+    for (const DatiTag &tag : tabella) {
+        proprieta += tag.Proprieta.size();
+        for (const DatiProprieta &p : tag.Proprieta)
+            valori += p.Valori.size();
+    }
+    m_proprieta.Allarga(size_t(proprieta));
+    m_ammessi.Allarga(size_t(valori));
+    m_liberi.reserve(size_t(proprieta));
     for (qsizetype t = 1; t < tabella.size(); ++t) {
         const DatiTag &tag = tabella[t];
         QString nome = tag.Tag;
@@ -90,14 +108,15 @@ quint8 IndiceTag::VerificaValore(QStringView tag, QStringView attributo, QString
 
 int IndiceTag::Coppie::Aggiungi(int a, int b)
 {
-    if (const int numero = Cerca(a, b); numero != Assente)
-        return numero;
     if (m_posti.size() < size_t(m_quante + 1) * 2)
-        Allarga();
-    const quint64 chiave = quint64(quint32(a)) << 32 | quint32(b);
+        Allarga(size_t(m_quante + 1));
+    const quint64 chiave = Chiave(a, b);
     size_t posto = PrimoPosto(chiave);
-    while (m_posti[posto].numero != Assente)
+    while (m_posti[posto].numero != Assente) {
+        if (m_posti[posto].chiave == chiave)
+            return m_posti[posto].numero;
         posto = (posto + 1) & (m_posti.size() - 1);
+    }
     m_posti[posto] = {chiave, m_quante};
     return m_quante++;
 }
@@ -106,7 +125,7 @@ int IndiceTag::Coppie::Cerca(int a, int b) const
 {
     if (m_posti.empty())
         return Assente;
-    const quint64 chiave = quint64(quint32(a)) << 32 | quint32(b);
+    const quint64 chiave = Chiave(a, b);
     for (size_t posto = PrimoPosto(chiave);; posto = (posto + 1) & (m_posti.size() - 1)) {
         if (m_posti[posto].numero == Assente || m_posti[posto].chiave == chiave)
             return m_posti[posto].numero;
@@ -118,10 +137,10 @@ size_t IndiceTag::Coppie::PrimoPosto(quint64 chiave) const
     return size_t((chiave * 0x9e3779b97f4a7c15u) >> 32) & (m_posti.size() - 1);
 }
 
-void IndiceTag::Coppie::Allarga()
+void IndiceTag::Coppie::Allarga(size_t coppie)
 {
     const std::vector<Posto> vecchi =
-        std::exchange(m_posti, std::vector<Posto>(std::max<size_t>(64, m_posti.size() * 2)));
+        std::exchange(m_posti, std::vector<Posto>(std::bit_ceil(std::max<size_t>(32, coppie) * 2)));
     for (const Posto &p : vecchi) {
         if (p.numero == Assente)
             continue;

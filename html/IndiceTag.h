@@ -34,6 +34,8 @@ private:
         /// The number of the pair; a new pair takes the next one.
         int Aggiungi(int a, int b);
         [[nodiscard]] int Cerca(int a, int b) const;
+        /// Makes room for \a coppie pairs.
+        void Allarga(size_t coppie);
 
     private:
         struct Posto {
@@ -41,7 +43,6 @@ private:
             int numero = Assente;
         };
         [[nodiscard]] size_t PrimoPosto(quint64 chiave) const;
-        void Allarga();
         std::vector<Posto> m_posti; ///< a power of two, at most half of them taken
         int m_quante = 0;
     };

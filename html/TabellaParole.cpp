@@ -1,5 +1,8 @@
 #include "html/TabellaParole.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace ModuloTag
 {
 namespace
@@ -57,8 +60,11 @@ int TabellaParole::Cerca(QStringView parola) const
         return Assente;
     quint32 impronta = Seme;
     for (const QChar c : parola) {
-        if (c.unicode() >= 0x80)
-            return CercaMaiuscola(parola.toString().toUpper());
+        if (c.unicode() >= 0x80) {
+            // Upper-casing a temporary works in place, and Qt then trips over a lone surrogate behind a ligature.
+            const QString testo = parola.toString();
+            return CercaMaiuscola(testo.toUpper());
+        }
         impronta = Mescola(impronta, Alza(c.unicode()));
     }
     impronta = Chiudi(impronta);

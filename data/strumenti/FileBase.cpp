@@ -31,8 +31,7 @@ Comando Prepara(const Base &base, const char *sql)
     return {comando, &sqlite3_finalize};
 }
 
-// Pages of 16 kB make the join that the program reads a fifth faster than those of 4 kB. Property keeps its row ids
-// for the same reason: without them SQLite sorts the rows once more.
+// Tables without row ids are their own index: what the program reads in order of the keys is one plain scan.
 constexpr char Schema[] = R"(
 PRAGMA page_size = 16384;
 PRAGMA journal_mode = OFF;
@@ -48,7 +47,7 @@ CREATE TABLE Property (
     Property TEXT,
     Type INTEGER NOT NULL,
     Category INTEGER NOT NULL CHECK (Category BETWEEN 0 AND 255),
-    PRIMARY KEY (IDTag, IDProperty));
+    PRIMARY KEY (IDTag, IDProperty)) WITHOUT ROWID;
 CREATE TABLE PropValue (
     IDTag INTEGER NOT NULL,
     IDProp INTEGER NOT NULL,

@@ -1,0 +1,55 @@
+#include "app/Finestre.h"
+
+#include "app/Domande.h"
+#include "app/FrmStart.h"
+#include "app/ModuloDichiarazioni.h"
+#include "app/RigaComando.h"
+#include "app/TabellaLingua.h"
+#include "chrome/ModuloGrafica.h"
+#include "platform/Segnali.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void CaricaTraduzioni(QApplication &applicazione)
+{
+    const QString locale = ModuloPrincipale::NomeLocale(ModuloPrincipale::LinguaCaricata());
+    auto *traduttore = new QTranslator(&applicazione);
+    if (traduttore->load(u"qtbase_"_s + locale, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(traduttore);
+}
+
+} // namespace
+
+int Finestre::Main(int argc, char **argv)
+{
+    QCoreApplication::setApplicationName(u"Velloro"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELLORO_VERSIONE));
+    QCoreApplication::setOrganizationName(u"Velloro"_s);
+    QApplication applicazione(argc, argv);
+    QGuiApplication::setDesktopFileName(u"velloro"_s);
+    ModuloGrafica::ApplicaStile(applicazione);
+
+    const RigaComando riga = RigaComando::Leggi(RigaComando::Argomenti(argc, argv));
+    const QString cartella = ModuloDichiarazioni::CartellaProgramma();
+    const ModuloPrincipale::EsitoCaricamento esito = riga.lingua
+                                                         ? ModuloPrincipale::CaricaLingua(cartella, *riga.lingua)
+                                                         : ModuloPrincipale::CaricaImpostazioni(cartella);
+    if (!esito.Riuscito()) {
+        Domande::Critico(nullptr, esito.errore);
+        return 1;
+    }
+    CaricaTraduzioni(applicazione);
+
+    const QString pagina = riga.pagine.isEmpty() ? QString() : QFileInfo(riga.pagine.constFirst()).absoluteFilePath();
+    FrmStart finestra(pagina);
+    Segnali::AllaFine(&applicazione, [] { QCoreApplication::quit(); });
+    return QApplication::exec();
+}

@@ -1,0 +1,365 @@
+#include "app/FrmStart.h"
+
+#include "app/Comandi.h"
+#include "app/DisposizioneBarre.h"
+#include "app/DisposizioneFinestre.h"
+#include "app/ModuloDichiarazioni.h"
+#include "app/PaginaCorrente.h"
+#include "app/TabellaLingua.h"
+#include "app/TempoCaricamento.h"
+#include "chrome/Colori.h"
+#include "chrome/ModuloGrafica.h"
+#include "dialogs/FrmAnteprima.h"
+#include "dialogs/PaginaAnteprima.h"
+#include "dialogs/PaginaVuota.h"
+#include "editor/FrmPaginaHTML.h"
+#include "platform/Dialoghi.h"
+#include "platform/Misure.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScopedValueRollback>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using ModuloDichiarazioni::Stato;
+using ModuloPrincipale::Messaggio;
+
+namespace
+{
+
+constexpr int IntervalloRivelazione = 10; // ms
+
+QSize InTwip(QSize pixel)
+{
+    return {Misure::InTwip(pixel.width()), Misure::InTwip(pixel.height())};
+}
+
+QRect InTwip(QRect pixel)
+{
+    return {Misure::InTwip(pixel.x()), Misure::InTwip(pixel.y()), Misure::InTwip(pixel.width()),
+            Misure::InTwip(pixel.height())};
+}
+
+QRect InPixel(QRect twip)
+{
+    return {Misure::InPixel(twip.x()), Misure::InPixel(twip.y()), Misure::InPixel(twip.width()),
+            Misure::InPixel(twip.height())};
+}
+
+} // namespace
+
+FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
+{
+    setObjectName(u"FrmStart"_s);
+    setWindowIcon(ModuloGrafica::Icona(u"velloro"));
+    Stato().FileAnteprima = PaginaAnteprima::Percorso();
+    CostruisciFinestra();
+    CostruisciStato();
+    CostruisciFinestreInterne();
+    CollegaPagina();
+    CollegaComandi();
+    AggiornaMenuModifica(m_hwndPad);
+    AggiornaTitolo();
+
+    // The window stays away until the document window is ready.
+    m_rivelazione = new QTimer(this);
+    m_rivelazione->setInterval(IntervalloRivelazione);
+    connect(m_rivelazione, &QTimer::timeout, this, &FrmStart::Rivela);
+    m_rivelazione->start();
+    QMetaObject::invokeMethod(m_documento, &FrmPaginaHTML::Attiva, Qt::QueuedConnection);
+}
+
+FrmStart::~FrmStart()
+{
+    PaginaAnteprima::Rimuovi();
+}
+
+// --- Building -------------------------------------------------------------------------------------------------------
+
+void FrmStart::CostruisciFinestra()
+{
+    m_comandi = new Comandi(this);
+    m_comandi->CostruisciMenu(menuBar());
+    m_popUp = m_comandi->CostruisciPopUp(this);
+
+    auto *centro = new QWidget(this);
+    auto *colonna = new QVBoxLayout(centro);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    auto *barre = new QWidget(centro);
+    barre->setObjectName(u"PicToolBar"_s);
+    new DisposizioneBarre(barre);
+    m_comandi->CostruisciBarre(barre);
+    m_area = new QMdiArea(centro);
+    m_area->setObjectName(u"AreaFinestre"_s);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    colonna->addWidget(barre);
+    colonna->addWidget(m_area, 1);
+    setCentralWidget(centro);
+    m_area->viewport()->installEventFilter(this);
+    ModuloGrafica::Decora(*this);
+    QPalette tavolozza = barre->palette();
+    tavolozza.setColor(QPalette::Window, Colori::Pannello);
+    barre->setPalette(tavolozza);
+    barre->setAutoFillBackground(true);
+}
+
+void FrmStart::CostruisciStato()
+{
+    statusBar()->setObjectName(u"StatusBar"_s);
+    const auto pannello = [this](const QString &nome, int elasticita) {
+        auto *etichetta = new QLabel(statusBar());
+        etichetta->setObjectName(nome);
+        etichetta->setTextFormat(Qt::PlainText);
+        statusBar()->addPermanentWidget(etichetta, elasticita);
+        return etichetta;
+    };
+    m_pannello1 = pannello(u"StatusBar(1)"_s, 1);
+    m_pannello1->setMinimumWidth(1);
+    m_pannello1->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_pannello2 = pannello(u"StatusBar(2)"_s, 0);
+    m_pannelloPosizione = pannello(u"StatusBar(3)"_s, 0);
+    m_pannelloCodifica = pannello(u"StatusBar(4)"_s, 0);
+}
+
+void FrmStart::CostruisciFinestreInterne()
+{
+    const auto aggiungi = [this](QWidget *contenuto) {
+        // None can be closed: there is one of each for the program's life.
+        QMdiSubWindow *finestra =
+            m_area->addSubWindow(contenuto, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        finestra->setObjectName(u"Finestra_"_s + contenuto->objectName());
+        finestra->setAttribute(Qt::WA_DeleteOnClose, false);
+        ModuloGrafica::RimuoviChiudi(*contenuto);
+        return finestra;
+    };
+    m_documento = new FrmPaginaHTML;
+    m_documento->setWindowIcon(ModuloGrafica::Icona(u"documento"));
+    m_pad = m_documento->RichPad();
+    m_hwndPad = m_pad->hWnd();
+    m_risultati = new QWidget;
+    m_risultati->setObjectName(u"FrmControlloSintassi"_s);
+    m_risultati->setWindowTitle(Messaggio(64));
+    m_risultati->setWindowIcon(ModuloGrafica::Icona(u"risultati"));
+    m_anteprima = new FrmAnteprima;
+    ModuloGrafica::Decora(*m_risultati);
+    m_finestraAnteprima = aggiungi(m_anteprima);
+    m_finestraRisultati = aggiungi(m_risultati);
+    m_finestraDocumento = aggiungi(m_documento);
+
+    connect(m_documento, &FrmPaginaHTML::PrimaAttivazione, this, &FrmStart::Avvia);
+    connect(m_documento, &FrmPaginaHTML::StatoModificaCambiato, this, &FrmStart::AggiornaMenuModifica);
+    connect(m_documento, &FrmPaginaHTML::MenuRichiesto, this, [this](QPoint dove) { m_popUp->popup(dove); });
+    connect(m_documento, &FrmPaginaHTML::AnteprimaRichiesta, this, &FrmStart::AggiornaAnteprima);
+    connect(m_documento, &FrmPaginaHTML::Ridimensionata, this, [this] { Disponi(false); });
+    connect(m_pad, &RichTextBox::SelChange, this, &FrmStart::MostraPosizione);
+    connect(m_pad, &RichTextBox::Change, this, &FrmStart::MostraPosizione);
+}
+
+void FrmStart::CollegaPagina()
+{
+    m_pagina = new PaginaCorrente(m_pad, this);
+    connect(m_pagina, &PaginaCorrente::TitoloCambiato, this, &FrmStart::AggiornaTitolo);
+    connect(m_pagina, &PaginaCorrente::Avviso, this, [this](const QString &testo) { m_pannello1->setText(testo); });
+    connect(m_pagina, &PaginaCorrente::NascondiAnteprima, this, [this] { AggiornaAnteprima(true); });
+    connect(m_pagina, &PaginaCorrente::Caricata, this, [this] {
+        m_pannello1->clear();
+        AggiornaAnteprima(false);
+    });
+    connect(m_pagina, &PaginaCorrente::Aperta, this, [this](const QString &percorso) {
+        MostraTempoCaricamento(percorso);
+        m_pannelloCodifica->setText(m_pagina->Formato().codifica);
+        m_pannelloCodifica->setToolTip(Messaggio(219).arg(m_pagina->Formato().codifica));
+    });
+}
+
+void FrmStart::CollegaComandi()
+{
+    m_comandi->Collega(u"MenuFile(0)"_s, [this] { Nuovo(); });
+    m_comandi->Collega(u"MenuFile(1)"_s, [this] { ApriPaginaWeb(); });
+    m_comandi->Collega(u"MenuFile(4)"_s, [this] { m_pagina->Salva(); });
+    m_comandi->Collega(u"MenuFile(5)"_s, [this] { m_pagina->SalvaConNome(); });
+    m_comandi->Collega(u"MenuFile(9)"_s, [] {
+        if (QFileInfo(Stato().FileAnteprima).size() >= 2)
+            ModuloPrincipale::ApriConShell(Stato().FileAnteprima);
+    });
+    m_comandi->Collega(u"MenuFile(11)"_s, [this] { Esci(); });
+    for (const int indice : {3, 4, 5, 6, 8})
+        m_comandi->Collega(u"MenuEdit(%1)"_s.arg(indice), [this, indice] { EseguiComandoModifica(indice, m_hwndPad); });
+    connect(m_comandi, &Comandi::MenuAperto, this, [this](const QString &menu) {
+        if (menu == u"Medit")
+            AggiornaMenuModifica(m_hwndPad);
+    });
+    auto *vai = new QShortcut(QKeySequence(u"Ctrl+G"_s), this);
+    connect(vai, &QShortcut::activated, this, &FrmStart::VaiARiga);
+}
+
+// --- Start and layout -----------------------------------------------------------------------------------------------
+
+void FrmStart::Avvia()
+{
+    if (m_daAprire.isEmpty()) {
+        Nuovo();
+    } else if (!m_pagina->Apri(m_daAprire) && Stato().FileCorrente.isEmpty()) {
+        Nuovo();
+    }
+}
+
+void FrmStart::Rivela()
+{
+    if (!Stato().FinestraPronta)
+        return;
+    m_rivelazione->stop();
+    showMaximized();
+    m_area->setActiveSubWindow(m_finestraDocumento);
+    m_pad->setFocus();
+    AggiornaAnteprima(false);
+    emit Mostrata();
+}
+
+bool FrmStart::eventFilter(QObject *oggetto, QEvent *evento)
+{
+    if (oggetto == m_area->viewport() && evento->type() == QEvent::Resize)
+        Disponi(true);
+    return QMainWindow::eventFilter(oggetto, evento);
+}
+
+void FrmStart::Disponi(bool ancheDocumento)
+{
+    if (m_inDisposizione || !m_finestraDocumento || !m_finestraAnteprima)
+        return;
+    const QScopedValueRollback<bool> sentinella(m_inDisposizione, true);
+    const QSize schermo = InTwip(screen()->availableGeometry().size());
+    const QSize area = InTwip(m_area->viewport()->size());
+    if (ancheDocumento)
+        m_finestraDocumento->setGeometry(InPixel(DisposizioneFinestre::Documento(schermo, area)));
+    const QRect documento = InTwip(m_finestraDocumento->geometry());
+    m_finestraAnteprima->setGeometry(InPixel(DisposizioneFinestre::Anteprima(schermo, area, documento)));
+    Stato().LarghezzaDocumento = documento.width();
+    Stato().AltezzaDocumento = documento.height();
+    m_finestraRisultati->setGeometry(InPixel(DisposizioneFinestre::Risultati(schermo, area, documento)));
+}
+
+// --- Commands -------------------------------------------------------------------------------------------------------
+
+void FrmStart::Nuovo()
+{
+    if (!m_pagina->ChiediSalvataggio())
+        return;
+    m_pad->ImpostaText(PaginaVuota::Testo());
+    if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
+        m_pad->ImpostaSelStart(corpo + 8);
+    m_pagina->Iniziata();
+    m_pannelloCodifica->clear();
+    AggiornaAnteprima(false);
+    MostraTempoCaricamento(Stato().FileAnteprima);
+}
+
+bool FrmStart::ApriPaginaWeb()
+{
+    return m_pagina->ApriConDialogo();
+}
+
+void FrmStart::AggiornaMenuModifica(Hwnd hwnd)
+{
+    const RichTextBox *controllo = RichTextBox::DaHandle(hwnd);
+    if (Stato().ControlloInCorso || !controllo)
+        return;
+    const bool selezione = controllo->textCursor().hasSelection();
+    for (const int indice : {3, 4, 6})
+        m_comandi->Abilita(u"MenuEdit(%1)"_s.arg(indice), selezione);
+    m_comandi->Abilita(u"MenuEdit(5)"_s, controllo->PuoIncollare());
+}
+
+void FrmStart::EseguiComandoModifica(int indice, Hwnd hwnd)
+{
+    RichTextBox *controllo = RichTextBox::DaHandle(hwnd);
+    if (!controllo)
+        return;
+    switch (indice) {
+    case 3:
+        controllo->Taglia();
+        break;
+    case 4:
+        controllo->Copia();
+        break;
+    case 5:
+        controllo->Incolla();
+        break;
+    case 6:
+        controllo->Elimina();
+        break;
+    case 8:
+        controllo->Seleziona(0, controllo->Lunghezza());
+        break;
+    default:
+        break;
+    }
+    AggiornaMenuModifica(hwnd);
+}
+
+void FrmStart::MostraTempoCaricamento(const QString &file)
+{
+    const QFileInfo informazioni(file);
+    if (!informazioni.exists())
+        return;
+    m_pannello2->setText(TempoCaricamento::GetSpeedInfo(informazioni.size()));
+    statusBar()->update();
+}
+
+void FrmStart::MostraPosizione()
+{
+    if (Stato().ControlloInCorso)
+        return;
+    const int posizione = m_pad->SelStart();
+    const int riga = m_pad->GetLineFromChar(posizione);
+    m_pannelloPosizione->setText(Messaggio(208).arg(riga + 1).arg(posizione - m_pad->InizioRiga(riga) + 1));
+}
+
+void FrmStart::AggiornaTitolo()
+{
+    setWindowTitle(m_pagina->Titolo());
+    m_documento->setWindowTitle(m_pagina->Nome());
+}
+
+void FrmStart::AggiornaAnteprima(bool nascondi)
+{
+    Q_UNUSED(nascondi);
+    PaginaAnteprima::Scrivi(m_pad->Text(), m_pagina->Formato());
+}
+
+void FrmStart::VaiARiga()
+{
+    bool accettato = false;
+    const int righe = m_documento->Pad_NumeroRighe();
+    const int corrente = m_pad->GetLineFromChar(m_pad->SelStart()) + 1;
+    const int riga =
+        QInputDialog::getInt(this, Messaggio(215), Messaggio(214).arg(righe), corrente, 1, righe, 1, &accettato);
+    if (accettato)
+        m_documento->Pad_Vai_A_Riga(riga);
+}
+
+void FrmStart::Esci()
+{
+    close();
+}
+
+void FrmStart::closeEvent(QCloseEvent *evento)
+{
+    if (m_pagina->ChiediSalvataggio())
+        evento->accept();
+    else
+        evento->ignore();
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "platform/RichTextBox.h"
+
+class Comandi;
+class FrmAnteprima;
+class FrmPaginaHTML;
+class PaginaCorrente;
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QTimer;
+
+/// The main window: a frame around the document window, the results and the preview. It arranges; what the commands do
+/// stands with the objects that it holds.
+class FrmStart : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// \a pagina: a page to open in place of a new one; empty: none.
+    explicit FrmStart(const QString &pagina = {});
+    ~FrmStart() override;
+
+    /// The open command. True when a page was loaded.
+    bool ApriPaginaWeb();
+    /// The new command.
+    void Nuovo();
+    /// Brings the edit commands in line with what the control can do now; keeps still while a check runs.
+    void AggiornaMenuModifica(Hwnd hwnd);
+
+    [[nodiscard]] FrmPaginaHTML *Documento() const { return m_documento; }
+    [[nodiscard]] RichTextBox *PadCorrente() const { return m_pad; }
+    [[nodiscard]] Hwnd HwndPad() const { return m_hwndPad; }
+    [[nodiscard]] Comandi &ElencoComandi() const { return *m_comandi; }
+
+signals:
+    /// The window is on the screen with everything in it.
+    void Mostrata();
+
+protected:
+    void closeEvent(QCloseEvent *evento) override;
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    void CostruisciFinestra();
+    void CostruisciFinestreInterne();
+    void CostruisciStato();
+    void CollegaComandi();
+    void CollegaPagina();
+    void Disponi(bool ancheDocumento);
+    void Rivela();
+    void Avvia();
+    void EseguiComandoModifica(int indice, Hwnd hwnd);
+    void MostraTempoCaricamento(const QString &file);
+    void MostraPosizione();
+    void AggiornaTitolo();
+    void AggiornaAnteprima(bool nascondi);
+    void VaiARiga();
+    void Esci();
+
+    Comandi *m_comandi = nullptr;
+    PaginaCorrente *m_pagina = nullptr;
+    FrmPaginaHTML *m_documento = nullptr;
+    QWidget *m_risultati = nullptr;
+    FrmAnteprima *m_anteprima = nullptr;
+    RichTextBox *m_pad = nullptr;
+    Hwnd m_hwndPad = 0;
+    QMdiArea *m_area = nullptr;
+    QMdiSubWindow *m_finestraDocumento = nullptr;
+    QMdiSubWindow *m_finestraRisultati = nullptr;
+    QMdiSubWindow *m_finestraAnteprima = nullptr;
+    QMenu *m_popUp = nullptr;
+    QLabel *m_pannello1 = nullptr;
+    QLabel *m_pannello2 = nullptr;
+    QLabel *m_pannelloPosizione = nullptr;
+    QLabel *m_pannelloCodifica = nullptr;
+    QTimer *m_rivelazione = nullptr;
+    QString m_daAprire;
+    bool m_inDisposizione = false;
+};

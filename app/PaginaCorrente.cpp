@@ -1,0 +1,187 @@
+#include "app/PaginaCorrente.h"
+
+#include "app/Domande.h"
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "platform/Dialoghi.h"
+#include "platform/File_System.h"
+#include "platform/RichTextBox.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
+using ModuloDichiarazioni::Stato;
+using ModuloPrincipale::Messaggio;
+
+namespace
+{
+
+const QString FiltroPagine = u"HTML / ASP (*.html, *.htm, *.asp)\0*.html;*.htm;*.asp\0\0"_s;
+
+QString Motivo(ModuloPrincipale::EsitoScrittura esito)
+{
+    using ModuloPrincipale::EsitoScrittura;
+    switch (esito) {
+    case EsitoScrittura::NonConsentito:
+        return Messaggio(330);
+    case EsitoScrittura::DiscoPieno:
+        return Messaggio(331);
+    case EsitoScrittura::CartellaMancante:
+        return Messaggio(333);
+    case EsitoScrittura::Cartella:
+    case EsitoScrittura::NonRegolare:
+        return Messaggio(337);
+    default:
+        return Messaggio(336);
+    }
+}
+
+} // namespace
+
+PaginaCorrente::PaginaCorrente(RichTextBox *pad, QWidget *finestra)
+    : QObject(finestra), m_pad(pad), m_finestra(finestra)
+{
+}
+
+QString PaginaCorrente::Filtro() const
+{
+    return FiltroPagine;
+}
+
+bool PaginaCorrente::ApriConDialogo()
+{
+    QStringList scelti;
+    const QString &corrente = Stato().FileCorrente;
+    ModuloPrincipale::ApriFileDialogo(m_finestra, scelti, false, Filtro(),
+                                      corrente.isEmpty() ? QString() : QFileInfo(corrente).path(), QString(),
+                                      Messaggio(315), [](QWidget *, const QString &) { return true; });
+    return !scelti.isEmpty() && !scelti.constFirst().isEmpty() && Apri(scelti.constFirst());
+}
+
+bool PaginaCorrente::Apri(const QString &percorso)
+{
+    QString testo;
+    FormatoPagina formato;
+    const ModuloPrincipale::RisultatoLettura esito = ModuloPrincipale::LeggiPagina(percorso, testo, &formato);
+    if (!esito) {
+        AvvisaLettura(percorso, esito);
+        // What a failing medium gave before it failed is shown all the same.
+        if (testo.isEmpty())
+            return false;
+    }
+    emit InApertura();
+    m_pad->ImpostaText(testo);
+    m_formato = formato;
+    emit Caricata();
+    if (!formato.dichiarata.isEmpty() && formato.dichiarata != formato.codifica && formato.codifica == u"windows-1252")
+        emit Avviso(Messaggio(343).arg(formato.dichiarata));
+    else if (formato.altriFineRiga)
+        emit Avviso(Messaggio(207));
+    Stato().FileCorrente = percorso;
+    Stato().TestoSalvato = testo;
+    emit TitoloCambiato();
+    emit Aperta(percorso);
+    return bool(esito);
+}
+
+void PaginaCorrente::AvvisaLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito) const
+{
+    using ModuloPrincipale::EsitoLettura;
+    switch (esito.esito) {
+    case EsitoLettura::Inesistente:
+        Domande::Informa(m_finestra, Messaggio(323).arg(percorso));
+        break;
+    case EsitoLettura::Cartella:
+        Domande::Avverti(m_finestra, Messaggio(200).arg(percorso));
+        break;
+    case EsitoLettura::NonRegolare:
+        Domande::Avverti(m_finestra, Messaggio(201).arg(percorso));
+        break;
+    case EsitoLettura::TroppoGrande:
+        Domande::Avverti(m_finestra, Messaggio(203).arg(percorso));
+        break;
+    default:
+        Domande::Avverti(m_finestra,
+                         Messaggio(202).arg(percorso, Messaggio(QFileInfo(percorso).isReadable() ? 336 : 330)));
+    }
+}
+
+bool PaginaCorrente::Salva()
+{
+    const QString &corrente = Stato().FileCorrente;
+    if (corrente.isEmpty() || !File_System::FileEsiste(corrente))
+        return SalvaConNome();
+    return Scrivi(corrente);
+}
+
+bool PaginaCorrente::SalvaConNome()
+{
+    QString scelto;
+    const QString &corrente = Stato().FileCorrente;
+    ModuloPrincipale::SalvaFileDialogo(m_finestra, scelto, Filtro(),
+                                       corrente.isEmpty() ? QString() : QFileInfo(corrente).path(), Messaggio(317),
+                                       Messaggio(316), u"dat"_s);
+    return !scelto.isEmpty() && Scrivi(scelto);
+}
+
+bool PaginaCorrente::Scrivi(const QString &percorso)
+{
+    const ModuloPrincipale::RisultatoScrittura esito =
+        ModuloPrincipale::ScriviTesto(m_pad->Text(), percorso, m_formato);
+    if (!esito) {
+        AvvisaScrittura(percorso, esito);
+        return false;
+    }
+    if (esito.esito == ModuloPrincipale::EsitoScrittura::NienteDaScrivere)
+        emit Avviso(Messaggio(341));
+    else if (esito.sostituiti > 0)
+        emit Avviso(Messaggio(206).arg(esito.sostituiti).arg(m_formato.codifica));
+    else
+        emit Avviso(Messaggio(209).arg(QDir::toNativeSeparators(percorso)));
+    return true;
+}
+
+void PaginaCorrente::AvvisaScrittura(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito) const
+{
+    using ModuloPrincipale::EsitoScrittura;
+    QString testo = esito.esito == EsitoScrittura::SolaLettura ? Messaggio(205).arg(percorso)
+                                                               : Messaggio(204).arg(percorso, Motivo(esito.esito));
+    if (!esito.copiaVecchia.isEmpty())
+        testo += u"\n\n"_s + esito.copiaVecchia;
+    Domande::Avverti(m_finestra, testo, esito.motivo);
+}
+
+bool PaginaCorrente::Modificata() const
+{
+    const QString &salvato = Stato().TestoSalvato;
+    if (salvato.isEmpty())
+        return false;
+    return salvato.compare(m_pad->Text(), Qt::CaseInsensitive) != 0;
+}
+
+bool PaginaCorrente::ChiediSalvataggio()
+{
+    const bool avanti = !Modificata() || !Domande::ChiediConferma(m_finestra) || Salva();
+    if (!Stato().FileCorrente.isEmpty())
+        emit NascondiAnteprima();
+    return avanti;
+}
+
+void PaginaCorrente::Iniziata()
+{
+    m_formato = {};
+    Stato().TestoSalvato = m_pad->Text();
+}
+
+QString PaginaCorrente::Nome() const
+{
+    const QString &corrente = Stato().FileCorrente;
+    return corrente.isEmpty() ? Messaggio(344) : File_System::NomeFile(corrente);
+}
+
+QString PaginaCorrente::Titolo() const
+{
+    return u"Velloro - [%1]"_s.arg(Nome());
+}

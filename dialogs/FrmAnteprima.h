@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QWidget>
+
+/// The preview window.
+class FrmAnteprima : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FrmAnteprima(QWidget *parent = nullptr);
+};

@@ -1,0 +1,139 @@
+#include "platform/Dialoghi.h"
+
+#include "platform/FiltriDialogo.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPointer>
+#include <QUrl>
+#include <QWidget>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace ModuloPrincipale
+{
+namespace
+{
+
+constexpr QStringView EstensioneApri = u"bas";
+
+bool ChiediCreazione(QWidget *finestra, const QString &percorso)
+{
+    const QString domanda =
+        QCoreApplication::translate("ModuloPrincipale", "%1\nThis file does not exist.\nCreate it?");
+    return QMessageBox::question(finestra, finestra->windowTitle(), domanda.arg(QDir::toNativeSeparators(percorso))) ==
+           QMessageBox::Yes;
+}
+
+/// Qt's dialog knows two ways, existing files only or any without a question; this one asks.
+class DialogoApri : public QFileDialog
+{
+public:
+    DialogoApri(QWidget *finestra, const DomandaCreazione &domanda) : QFileDialog(finestra), m_domanda(domanda) {}
+
+    [[nodiscard]] static QString ConEstensione(const QString &percorso)
+    {
+        const QFileInfo info(percorso);
+        return info.exists() || info.fileName().contains(u'.') ? percorso : percorso + u'.' + EstensioneApri.toString();
+    }
+
+protected:
+    void accept() override
+    {
+        const QStringList scelti = selectedFiles();
+        if (fileMode() == AnyFile && scelti.size() == 1 && !scelti.first().isEmpty()) {
+            const QString percorso = ConEstensione(scelti.first());
+            if (!QFileInfo::exists(percorso) && !(m_domanda ? m_domanda : ChiediCreazione)(this, percorso))
+                return;
+        }
+        QFileDialog::accept();
+    }
+
+private:
+    DomandaCreazione m_domanda;
+};
+
+/// Every setting is made anew: Qt would else begin where the last dialog of any kind ended.
+void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartella, const QString &nome)
+{
+    dialogo.setOption(QFileDialog::DontResolveSymlinks);
+    dialogo.setOption(QFileDialog::HideNameFilterDetails);
+    const QStringList filtri = FiltriQt(filtro);
+    dialogo.setNameFilters(filtri);
+    dialogo.selectNameFilter(filtri.first());
+    dialogo.setDirectory(cartella.isEmpty() ? QDir::currentPath() : cartella);
+    if (!nome.isEmpty())
+        dialogo.selectFile(nome);
+}
+
+void SulPiano(QWidget *finestra, bool primo)
+{
+    if (!finestra)
+        return;
+    QWidget *intera = finestra->window();
+    // QWidget::setWindowFlag would hide the window; the window system changes the place of a visible one just as well.
+    intera->overrideWindowFlags(intera->windowFlags().setFlag(Qt::WindowStaysOnTopHint, primo));
+    if (QWindow *finestraSistema = intera->windowHandle())
+        finestraSistema->setFlags(intera->windowFlags());
+}
+
+} // namespace
+
+void ApriFileDialogo(QWidget *finestra, QStringList &risultato, bool multipla, const QString &filtro,
+                     const QString &cartella, const QString &nome, const QString &titolo,
+                     const DomandaCreazione &domanda)
+{
+    risultato = QStringList{QString()};
+    // On the heap and watched: the owner may be closed, and delete the dialog, while it is open.
+    const QPointer<DialogoApri> dialogo = new DialogoApri(finestra, domanda);
+    dialogo->setObjectName("ApriFileDialogo"_L1);
+    dialogo->setWindowTitle(titolo.isEmpty() ? u"Select File/s"_s : titolo);
+    dialogo->setAcceptMode(QFileDialog::AcceptOpen);
+    dialogo->setFileMode(multipla ? QFileDialog::ExistingFiles : QFileDialog::AnyFile);
+    Prepara(*dialogo, filtro, cartella, nome);
+    if (dialogo->exec() == QDialog::Accepted && dialogo) {
+        QStringList scelti = dialogo->selectedFiles();
+        if (scelti.size() == 1)
+            scelti.first() = DialogoApri::ConEstensione(scelti.first());
+        risultato = ElencoDaBuffer(BufferDaElenco(scelti));
+    }
+    delete dialogo.data();
+}
+
+void SalvaFileDialogo(QWidget *finestra, QString &risultato, const QString &filtro, const QString &cartella,
+                      const QString &nome, const QString &titolo, const QString &estensione)
+{
+    risultato.clear();
+    const QPointer<QFileDialog> dialogo = new QFileDialog(finestra);
+    dialogo->setObjectName("SalvaFileDialogo"_L1);
+    dialogo->setWindowTitle(titolo);
+    dialogo->setAcceptMode(QFileDialog::AcceptSave);
+    dialogo->setFileMode(QFileDialog::AnyFile);
+    dialogo->setDefaultSuffix(estensione);
+    Prepara(*dialogo, filtro, cartella, nome);
+    if (dialogo->exec() == QDialog::Accepted && dialogo)
+        risultato = QDir::toNativeSeparators(dialogo->selectedFiles().value(0));
+    delete dialogo.data();
+}
+
+void ApriConShell(const QString &percorso)
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(percorso).absoluteFilePath()));
+}
+
+void InPrimoPiano(QWidget *finestra)
+{
+    SulPiano(finestra, true);
+}
+
+void NonInPrimoPiano(QWidget *finestra)
+{
+    SulPiano(finestra, false);
+}
+
+} // namespace ModuloPrincipale
