@@ -1,5 +1,6 @@
 #include "platform/RichTextBox.h"
 
+#include "platform/Cercatore.h"
 #include "platform/Disposizione.h"
 
 #include <algorithm>
@@ -124,7 +125,7 @@ void RichTextBox::SelezioneForseCambiata()
 
 int RichTextBox::Find(const QString &testo, int inizio, int fine, int opzioni)
 {
-    if (testo.isEmpty())
+    if (testo.isEmpty() || testo.size() > Lunghezza())
         return -1;
     const QString tutto = Text();
     const QStringView campo =
@@ -133,11 +134,12 @@ int RichTextBox::Find(const QString &testo, int inizio, int fine, int opzioni)
     const auto diParola = [&campo](qsizetype dove) {
         return dove >= 0 && dove < campo.size() && (campo[dove].isLetterOrNumber() || campo[dove] == u'_');
     };
-    qsizetype trovato = campo.indexOf(testo, std::max(0, inizio), caso);
+    const Cercatore cercatore(testo, caso);
+    qsizetype trovato = cercatore.Prossimo(campo, inizio);
     if (opzioni & ParolaIntera) {
         while (trovato >= 0 && ((diParola(trovato) && diParola(trovato - 1)) ||
                                 (diParola(trovato + testo.size() - 1) && diParola(trovato + testo.size()))))
-            trovato = campo.indexOf(testo, trovato + 1, caso);
+            trovato = cercatore.Prossimo(campo, trovato + 1);
     }
     if (trovato >= 0 && !(opzioni & SenzaEvidenza))
         Seleziona(int(trovato), int(testo.size()));

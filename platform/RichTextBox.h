@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 
 #include "platform/Aspetto.h"
+#include "platform/ContenutoRtf.h"
 #include "platform/GapBuffer.h"
 #include "platform/Interruzioni.h"
 
@@ -20,6 +21,10 @@ struct EventoTasto {
 using Hwnd = quint32;
 
 class Disposizione;
+namespace Rtf
+{
+struct Contenuto;
+}
 
 /// The editing control: plain text with a look (colour, bold, italic, wavy underline) per character.
 ///
@@ -54,6 +59,10 @@ public:
     /// Replaces \a quanti units from \a da by \a testo, in the typing look or that of the character before; the caret
     /// goes after the new text.
     void Sostituisci(int da, int quanti, const QString &testo);
+    /// Replaces \a lunghezza units at each of \a posizioni, which ascend, by \a sostituto, as one edit; what stands
+    /// between keeps its looks. A place that begins inside the one before is left out. The caret goes after the last
+    /// new text. Returns how many places were replaced. Linear in the distance from the first to the last.
+    int SostituisciTutte(const std::vector<int> &posizioni, int lunghezza, const QString &sostituto);
 
     // --- Selection --------------------------------------------------------------------------------------------------
     [[nodiscard]] int SelStart() const;
@@ -110,11 +119,16 @@ public:
     void ImpostaPosizioneScorrimento(QPoint punto);
 
     // --- RTF --------------------------------------------------------------------------------------------------------
-    /// Text and looks as RTF, one RTF line per text line. Only lines changed since the last call are written anew.
-    [[nodiscard]] QString TextRTF() const;
+    /// Text and looks as RTF, one RTF line per text line; linear.
+    [[nodiscard]] QString TextRTF() const { return ContenutoRTF().Testo(); }
+    /// The same without putting it together. Only lines changed since the last call are written anew.
+    [[nodiscard]] const ContenutoRtf &ContenutoRTF() const;
     /// Takes text and looks from RTF; only lines that differ are replaced. False for a text that is no RTF: nothing
     /// changes.
     bool ImpostaTextRTF(const QString &rtf);
+    /// Makes the RTF its first \a sinistra units, \a blocco and its last \a destra units, which must not overlap. Only
+    /// the lines in between are read. False for what gives no RTF: nothing changes.
+    bool SostituisciRTF(qsizetype sinistra, const QString &blocco, qsizetype destra);
 
     // --- Commands ---------------------------------------------------------------------------------------------------
     void Taglia() { cut(); }
@@ -200,6 +214,7 @@ private:
     void SegnaRtf(int da, int coda) const;
     [[nodiscard]] int InizioRigaDi(int posizione) const;
     [[nodiscard]] int FineRigaDi(int posizione) const;
+    void MettiContenuto(int da, int fine, const Rtf::Contenuto &contenuto);
 
     GapBuffer<char16_t> m_testo;
     GapBuffer<quint8> m_aspetti;
@@ -220,9 +235,7 @@ private:
     mutable QString m_testoIntero;
     mutable int m_revisioneTesto = -1;
 
-    mutable QString m_rtf;
-    mutable QString m_rtfTestata;
-    mutable std::vector<int> m_rtfLunghezze; ///< RTF units of each text line
-    mutable int m_rtfDa = 0;                 ///< units at the start of the text whose RTF still holds; -1: all of it
-    mutable int m_rtfCoda = 0;               ///< units at its end, likewise
+    mutable ContenutoRtf m_rtf;
+    mutable int m_rtfDa = -1;  ///< units at the start of the text whose RTF still holds; -1: all of it
+    mutable int m_rtfCoda = 0; ///< units at its end, likewise
 };

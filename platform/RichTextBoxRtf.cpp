@@ -2,12 +2,10 @@
 
 #include "platform/RichTextBox.h"
 
+#include "platform/Confronto.h"
 #include "platform/Rtf.h"
 
-#include <QScopedValueRollback>
-
 #include <algorithm>
-#include <numeric>
 
 void RichTextBox::SegnaRtf(int da, int coda) const
 {
@@ -41,30 +39,15 @@ int RichTextBox::FineRigaDi(int posizione) const
     return posizione;
 }
 
-QString RichTextBox::TextRTF() const
+const ContenutoRtf &RichTextBox::ContenutoRTF() const
 {
-    const QString testata = Rtf::Testata(m_tabella);
-    if (m_rtfDa < 0 && testata == m_rtfTestata)
+    if (m_rtfDa < 0)
         return m_rtf;
-
-    int da = 0;
-    int fine = Lunghezza();
-    size_t righePrima = 0;
-    size_t righeDopo = 0;
-    if (!m_rtfLunghezze.empty()) {
-        da = InizioRigaDi(m_rtfDa < 0 ? 0 : std::min(m_rtfDa, Lunghezza()));
-        // One unit more than what changed: a line end may have been joined to or parted from its neighbour.
-        da = InizioRigaDi(std::max(0, da - 1));
-        fine = m_rtfDa < 0 ? 0 : FineRigaDi(std::min(Lunghezza(), Lunghezza() - m_rtfCoda + 1));
-        fine = std::max(fine, da);
-        righePrima = size_t(GetLineFromChar(da));
-        righeDopo = fine == Lunghezza() ? 0 : size_t(NumeroRighe() - GetLineFromChar(fine));
-        if (righePrima + righeDopo > m_rtfLunghezze.size()) {
-            da = 0;
-            fine = Lunghezza();
-            righePrima = righeDopo = 0;
-        }
-    }
+    // One unit more than what changed: a line end may have been joined to or parted from its neighbour.
+    const int da = InizioRigaDi(std::max(0, InizioRigaDi(std::min(m_rtfDa, Lunghezza())) - 1));
+    const int fine = std::max(da, FineRigaDi(std::min(Lunghezza(), Lunghezza() - m_rtfCoda + 1)));
+    const size_t righePrima = size_t(GetLineFromChar(da));
+    const size_t righeDopo = fine == Lunghezza() ? 0 : size_t(NumeroRighe() - GetLineFromChar(fine));
 
     const QString testo = Parte(da, fine - da);
     std::vector<quint8> aspetti(size_t(fine - da) + 1);
@@ -86,25 +69,7 @@ QString RichTextBox::TextRTF() const
     // The line after the last line end counts as a line, though nothing stands in it.
     if (fine == Lunghezza() && (testo.isEmpty() || testo.back() == u'\n' || testo.back() == u'\r'))
         lunghezze.push_back(0);
-
-    const auto fineTesta = m_rtfLunghezze.begin() + qsizetype(righePrima);
-    const auto inizioCoda = m_rtfLunghezze.end() - qsizetype(righeDopo);
-    const qsizetype inizioRtf = m_rtfTestata.size() + std::accumulate(m_rtfLunghezze.begin(), fineTesta, qsizetype(0));
-    const qsizetype toltiRtf = std::accumulate(fineTesta, inizioCoda, qsizetype(0));
-    if (m_rtfLunghezze.empty()) {
-        m_rtf = testata + nuovo + Rtf::Coda();
-    } else {
-        m_rtf.replace(inizioRtf, toltiRtf, nuovo);
-        if (testata != m_rtfTestata)
-            m_rtf.replace(0, m_rtfTestata.size(), testata);
-    }
-    if (qsizetype(lunghezze.size()) == inizioCoda - fineTesta) {
-        std::copy(lunghezze.begin(), lunghezze.end(), m_rtfLunghezze.begin() + qsizetype(righePrima));
-    } else {
-        const auto posto = m_rtfLunghezze.erase(fineTesta, inizioCoda);
-        m_rtfLunghezze.insert(posto, lunghezze.begin(), lunghezze.end());
-    }
-    m_rtfTestata = testata;
+    m_rtf.SostituisciRighe(righePrima, m_rtf.Righe() - righeDopo, nuovo, lunghezze);
     m_rtfDa = -1;
     m_rtfCoda = 0;
     return m_rtf;
@@ -112,57 +77,49 @@ QString RichTextBox::TextRTF() const
 
 bool RichTextBox::ImpostaTextRTF(const QString &rtf)
 {
-    const QString attuale = TextRTF();
-    if (rtf == attuale)
+    const auto [sinistra, destra] = ContenutoRTF().Confronta(rtf);
+    return SostituisciRTF(sinistra, rtf.sliced(sinistra, rtf.size() - sinistra - destra), destra);
+}
+
+bool RichTextBox::SostituisciRTF(qsizetype sinistra, const QString &blocco, qsizetype destra)
+{
+    const ContenutoRtf &attuale = ContenutoRTF();
+    const qsizetype lunghezza = attuale.Lunghezza();
+    sinistra = std::clamp<qsizetype>(sinistra, 0, lunghezza);
+    destra = std::clamp<qsizetype>(destra, 0, lunghezza - sinistra);
+    if (blocco.isEmpty() && sinistra + destra == lunghezza)
         return true;
 
-    int da = 0;
-    int fine = Lunghezza();
-    std::optional<Rtf::Contenuto> contenuto;
-    const qsizetype testata = m_rtfTestata.size();
-    const qsizetype minimo = std::min(rtf.size(), attuale.size());
-    if (rtf.startsWith(m_rtfTestata) && rtf.endsWith(Rtf::Coda())) {
-        const auto uguali = std::mismatch(rtf.begin(), rtf.begin() + minimo, attuale.begin()).first - rtf.begin();
-        qsizetype coda = 0;
-        while (coda < minimo - uguali && rtf[rtf.size() - 1 - coda] == attuale[attuale.size() - 1 - coda])
-            ++coda;
-        // Whole lines: the equal head ends with the line before the first difference, the equal tail begins with a
-        // line.
-        size_t prima = 0;
-        qsizetype inizio = testata;
-        while (prima < m_rtfLunghezze.size() && inizio + m_rtfLunghezze[prima] <= uguali)
-            inizio += m_rtfLunghezze[prima++];
-        if (prima == m_rtfLunghezze.size() && prima > 0)
-            inizio -= m_rtfLunghezze[--prima];
-        size_t dopo = m_rtfLunghezze.size();
-        qsizetype inizioCoda = attuale.size() - Rtf::Coda().size();
-        while (dopo > prima + 1 && attuale.size() - (inizioCoda - m_rtfLunghezze[dopo - 1]) <= coda)
-            inizioCoda -= m_rtfLunghezze[--dopo];
-        const qsizetype fineNuova = rtf.size() - (attuale.size() - inizioCoda);
-        if (fineNuova >= inizio) {
-            contenuto = Rtf::LeggiRighe(m_rtfTestata, QStringView(rtf).sliced(inizio, fineNuova - inizio));
-            da = InizioRiga(int(prima));
-            fine = dopo < m_rtfLunghezze.size() ? InizioRiga(int(dopo)) : Lunghezza();
+    // Whole lines: from the one in which the block begins to the one in which what follows it goes on.
+    const qsizetype inizioDestra = lunghezza - destra;
+    if (sinistra >= Rtf::Testata().size() && destra >= Rtf::Coda().size()) {
+        const ContenutoRtf::Posto primo = attuale.Riga(sinistra);
+        const ContenutoRtf::Posto ultimo = attuale.Riga(inizioDestra);
+        const auto contenuto = Rtf::LeggiRighe(attuale.Parte(primo.inizio, sinistra - primo.inizio) + blocco +
+                                               attuale.Parte(inizioDestra, ultimo.fine - inizioDestra));
+        if (contenuto) {
+            const bool finoAllaFine = ultimo.riga + 1 >= attuale.Righe();
+            MettiContenuto(InizioRiga(int(primo.riga)), finoAllaFine ? Lunghezza() : InizioRiga(int(ultimo.riga) + 1),
+                           *contenuto);
+            return true;
         }
     }
-    if (!contenuto) {
-        contenuto = Rtf::Leggi(rtf);
-        da = 0;
-        fine = Lunghezza();
-    }
+    const auto contenuto = Rtf::Leggi(attuale.Parte(0, sinistra) + blocco + attuale.Parte(inizioDestra, destra));
     if (!contenuto)
         return false;
+    MettiContenuto(0, Lunghezza(), *contenuto);
+    return true;
+}
 
-    // What is equal in text stays; only looks are set there.
+// Replaces a range by what was read. What is equal in text stays; only looks are set there.
+void RichTextBox::MettiContenuto(int da, int fine, const Rtf::Contenuto &contenuto)
+{
     const QString vecchio = Parte(da, fine - da);
-    const QString &nuovo = contenuto->testo;
-    const qsizetype corto = std::min(vecchio.size(), nuovo.size());
-    qsizetype testa = std::mismatch(nuovo.begin(), nuovo.begin() + corto, vecchio.begin()).first - nuovo.begin();
-    qsizetype piede = 0;
-    while (piede < corto - testa && nuovo[nuovo.size() - 1 - piede] == vecchio[vecchio.size() - 1 - piede])
-        ++piede;
-    const bool cambiato = testa != nuovo.size() || testa != vecchio.size();
-    if (cambiato) {
+    const QString &nuovo = contenuto.testo;
+    qsizetype testa = Confronto::ParteUguale(nuovo, vecchio, false);
+    qsizetype piede =
+        Confronto::ParteUguale(QStringView(nuovo).sliced(testa), QStringView(vecchio).sliced(testa), true);
+    if (testa != nuovo.size() || testa != vecchio.size()) {
         while (testa > 0 && vecchio[testa - 1] == u'\r')
             --testa;
         while (piede > 0 && vecchio[vecchio.size() - piede] == u'\n')
@@ -170,14 +127,12 @@ bool RichTextBox::ImpostaTextRTF(const QString &rtf)
         Sostituisci(da + int(testa), int(vecchio.size() - testa - piede),
                     nuovo.sliced(testa, nuovo.size() - testa - piede));
     }
-    for (size_t i = 0; i < contenuto->aspetti.size();) {
+    for (size_t i = 0; i < contenuto.aspetti.size();) {
         size_t j = i + 1;
-        while (j < contenuto->aspetti.size() && contenuto->aspetti[j] == contenuto->aspetti[i])
+        while (j < contenuto.aspetti.size() && contenuto.aspetti[j] == contenuto.aspetti[i])
             ++j;
-        const quint8 indice = m_tabella.Indice(contenuto->aspetti[i]);
-        m_aspetti.fill(da + qsizetype(i), qsizetype(j - i), indice);
+        m_aspetti.fill(da + qsizetype(i), qsizetype(j - i), m_tabella.Indice(contenuto.aspetti[i]));
         i = j;
     }
-    AspettiCambiati(da, int(contenuto->aspetti.size()));
-    return true;
+    AspettiCambiati(da, int(contenuto.aspetti.size()));
 }

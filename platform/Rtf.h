@@ -13,9 +13,9 @@
 namespace Rtf
 {
 
-/// Everything before the first text line: version, font, and the colours of \a tabella in order of first use after
-/// those that the program always has.
-[[nodiscard]] QString Testata(const TabellaAspetti &tabella);
+/// Everything before the first text line: version, font and colours. The same for every content, so that positions in
+/// one content keep their meaning in another.
+[[nodiscard]] QString Testata();
 
 /// What ends every content.
 [[nodiscard]] QString Coda();
@@ -33,7 +33,7 @@ struct Contenuto {
 /// break. Nothing for a text that does not begin as RTF. Linear; nesting is bounded.
 [[nodiscard]] std::optional<Contenuto> Leggi(QStringView rtf);
 
-/// Reads text lines that ScriviRiga wrote under the header \a testata. Nothing when they are not whole lines.
-[[nodiscard]] std::optional<Contenuto> LeggiRighe(QStringView testata, QStringView righe);
+/// Reads text lines as ScriviRiga writes them, without header and end. Nothing when they are not whole lines.
+[[nodiscard]] std::optional<Contenuto> LeggiRighe(QStringView righe);
 
 } // namespace Rtf

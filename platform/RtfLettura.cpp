@@ -162,6 +162,8 @@ private:
                 m_fineRiga = u'\r';
             else if (parola == u"vlrlf")
                 m_fineRiga = u'\n';
+            else if (parola == u"vlrc" && m_gruppi.size() > 1)
+                m_gruppi[m_gruppi.size() - 2].aspetto.colore = ColoreBgr(std::clamp(valore, 0, 0xFFFFFF));
             gruppo.muto = true;
             return;
         }
@@ -273,8 +275,9 @@ std::optional<Rtf::Contenuto> Rtf::Leggi(QStringView rtf)
     return std::move(lettore.contenuto);
 }
 
-std::optional<Rtf::Contenuto> Rtf::LeggiRighe(QStringView testata, QStringView righe)
+std::optional<Rtf::Contenuto> Rtf::LeggiRighe(QStringView righe)
 {
+    const QString testata = Testata();
     Lettore lettore(testata);
     lettore.Leggi();
     if (!lettore.LeggiAncora(righe))

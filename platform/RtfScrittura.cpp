@@ -2,38 +2,38 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-// The colours of the page's colouring stand in every header, so that the first use of one does not change it.
-constexpr std::array<ColoreBgr, 5> ColoriFissi{0x000000, 0xC00000, 0xFF00FF, 0x0000FF, 0x808080};
+// The colours of every header: those of the page's colouring, then the sixteen basic ones. Any other colour is written
+// as the nearest of these, for other word processors, with its exact value in a destination of our own.
+constexpr std::array<ColoreBgr, 19> ColoriTestata{0x000000, 0xC00000, 0xFF00FF, 0x0000FF, 0x808080, 0xC0C0C0, 0xFFFFFF,
+                                                  0x000080, 0x008080, 0x00FFFF, 0x008000, 0x00FF00, 0x808000, 0xFFFF00,
+                                                  0x800000, 0xFF0000, 0x800080, 0x0080FF, 0x004080};
 
-std::vector<ColoreBgr> Colori(const TabellaAspetti &tabella)
+int Distanza(ColoreBgr a, ColoreBgr b)
 {
-    std::vector<ColoreBgr> colori(ColoriFissi.begin(), ColoriFissi.end());
-    for (int i = 0; i < tabella.Quanti(); ++i) {
-        const ColoreBgr colore = tabella[quint8(i)].colore;
-        if (std::find(colori.begin(), colori.end(), colore) == colori.end())
-            colori.push_back(colore);
-    }
-    return colori;
+    int somma = 0;
+    for (int bit = 0; bit < 24; bit += 8)
+        somma += std::abs(int(a >> bit & 0xFF) - int(b >> bit & 0xFF));
+    return somma;
 }
 
-void Apri(QString &rtf, const Aspetto &aspetto, const TabellaAspetti &tabella)
+void Apri(QString &rtf, const Aspetto &aspetto)
 {
     rtf += u'{';
+    bool esatto = true;
     if (aspetto.colore != 0) {
-        auto posto = std::find(ColoriFissi.begin(), ColoriFissi.end(), aspetto.colore);
-        qsizetype indice = posto - ColoriFissi.begin() + 1;
-        if (posto == ColoriFissi.end()) {
-            const std::vector<ColoreBgr> colori = Colori(tabella);
-            indice = std::find(colori.begin(), colori.end(), aspetto.colore) - colori.begin() + 1;
-        }
+        const auto posto = std::min_element(ColoriTestata.begin(), ColoriTestata.end(), [&](ColoreBgr a, ColoreBgr b) {
+            return Distanza(a, aspetto.colore) < Distanza(b, aspetto.colore);
+        });
+        esatto = *posto == aspetto.colore;
         rtf += u"\\cf"_s;
-        rtf += QString::number(indice);
+        rtf += QString::number(posto - ColoriTestata.begin() + 1);
     }
     if (aspetto.grassetto)
         rtf += u"\\b"_s;
@@ -41,7 +41,13 @@ void Apri(QString &rtf, const Aspetto &aspetto, const TabellaAspetti &tabella)
         rtf += u"\\i"_s;
     if (aspetto.onda)
         rtf += u"\\ulwave"_s;
-    rtf += u' ';
+    if (esatto) {
+        rtf += u' ';
+    } else {
+        rtf += u"{\\*\\vlrc"_s;
+        rtf += QString::number(aspetto.colore);
+        rtf += u'}';
+    }
 }
 
 void Carattere(QString &rtf, char16_t unita)
@@ -62,12 +68,11 @@ void Carattere(QString &rtf, char16_t unita)
 
 } // namespace
 
-QString Rtf::Testata(const TabellaAspetti &tabella)
+QString Rtf::Testata()
 {
     QString testata = u"{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0{\\fonttbl{\\f0\\fmodern Courier New;}}{\\colortbl ;"_s;
-    for (const ColoreBgr colore : Colori(tabella)) {
+    for (const ColoreBgr colore : ColoriTestata)
         testata += u"\\red%1\\green%2\\blue%3;"_s.arg(colore & 0xFF).arg(colore >> 8 & 0xFF).arg(colore >> 16 & 0xFF);
-    }
     return testata + u"}\\pard\\plain\\f0\\fs20\r\n"_s;
 }
 
@@ -91,7 +96,7 @@ void Rtf::ScriviRiga(QString &rtf, QStringView riga, const quint8 *aspetti, cons
         if (corrente != 0)
             rtf += u'}';
         if (aspetto != 0)
-            Apri(rtf, tabella[aspetto], tabella);
+            Apri(rtf, tabella[aspetto]);
         corrente = aspetto;
     };
     for (qsizetype i = 0; i < fine; ++i) {
