@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QObject>
+#include <QString>
+
+#include "bench/Pagine.h"
+
+class RichTextBox;
+
+/// The editing control in a window on the screen, with one page, and what is done with it.
+class BancoControllo
+{
+public:
+    BancoControllo();
+    ~BancoControllo();
+
+    /// The page to measure with, its tags coloured.
+    void Prepara(const QString &pagina);
+
+    enum Posto { Inizio, Mezzo, Fine };
+    enum Tasto { Lettera, Invio, Cancella, Freccia };
+
+    // Milliseconds, medians.
+    [[nodiscard]] double Apertura();            ///< text put in until it is painted
+    [[nodiscard]] double Colori();              ///< all tags of the page given their colours, until painted
+    [[nodiscard]] double Preme(Tasto, Posto);   ///< key pressed and released until painted
+    [[nodiscard]] double TestoDopoUnTasto();    ///< the whole text asked for after a change
+    [[nodiscard]] double Ricerca();             ///< a text that the page does not have is looked for, to its end
+    [[nodiscard]] double RtfIntero();           ///< the page as RTF for the first time
+    [[nodiscard]] double RtfDopoUnaRiga();      ///< the same again after one line changed
+    [[nodiscard]] double ImpostaRtfDiUnaRiga(); ///< RTF put back that differs in one line, until painted
+
+    /// Resident megabytes that a shown and coloured page of the control takes. For a process of its own, which did
+    /// nothing else before.
+    [[nodiscard]] static double Memoria(int colonna);
+
+private:
+    void Colora();
+    void FinoAlDisegno();
+    void CambiaUnaRiga();
+
+    std::unique_ptr<RichTextBox> m_controllo;
+    std::unique_ptr<QObject> m_spia;
+    QString m_pagina;
+    std::vector<Pagine::Parte> m_parti;
+    int m_passo = 0;
+};
+
+/// The pages measured, one per column of the table.
+struct Colonna {
+    QString nome;
+    qsizetype unita = 0;
+    bool rigaSola = false;
+};
+[[nodiscard]] const std::vector<Colonna> &Colonne();
+[[nodiscard]] QString PaginaDi(const Colonna &colonna);

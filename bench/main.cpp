@@ -1,0 +1,123 @@
+#include "bench/BancoControllo.h"
+#include "bench/Misura.h"
+#include "bench/Tabella.h"
+
+#include <cstdio>
+#include <functional>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+struct Prova {
+    QString nome;
+    std::function<double(BancoControllo &)> misura;
+};
+
+std::vector<Prova> Prove()
+{
+    std::vector<Prova> prove{
+        {u"page put in until painted"_s, [](BancoControllo &b) { return b.Apertura(); }},
+        {u"all tags coloured until painted"_s, [](BancoControllo &b) { return b.Colori(); }},
+    };
+    const std::pair<BancoControllo::Tasto, QString> tasti[] = {{BancoControllo::Lettera, u"letter typed"_s},
+                                                               {BancoControllo::Invio, u"Enter"_s},
+                                                               {BancoControllo::Cancella, u"Backspace"_s},
+                                                               {BancoControllo::Freccia, u"caret moved"_s}};
+    const std::pair<BancoControllo::Posto, QString> posti[] = {{BancoControllo::Inizio, u"at the start"_s},
+                                                               {BancoControllo::Mezzo, u"in the middle"_s},
+                                                               {BancoControllo::Fine, u"at the end"_s}};
+    for (const auto &[tasto, nomeTasto] : tasti) {
+        for (const auto &[posto, nomePosto] : posti)
+            prove.push_back(
+                {nomeTasto + u' ' + nomePosto, [t = tasto, p = posto](BancoControllo &b) { return b.Preme(t, p); }});
+    }
+    prove.push_back({u"whole text after a change"_s, [](BancoControllo &b) { return b.TestoDopoUnTasto(); }});
+    prove.push_back({u"search to the end"_s, [](BancoControllo &b) { return b.Ricerca(); }});
+    prove.push_back({u"TextRTF, first"_s, [](BancoControllo &b) { return b.RtfIntero(); }});
+    prove.push_back({u"TextRTF, one line changed"_s, [](BancoControllo &b) { return b.RtfDopoUnaRiga(); }});
+    prove.push_back({u"TextRTF set, one line differs"_s, [](BancoControllo &b) { return b.ImpostaRtfDiUnaRiga(); }});
+    return prove;
+}
+
+// Memory that an earlier page gave back would hide what the next one takes, so each has a process of its own.
+std::optional<double> MemoriaDi(size_t colonna)
+{
+    QProcess processo;
+    processo.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    processo.start(QCoreApplication::applicationFilePath(), {u"--memory-of"_s, QString::number(colonna)});
+    if (!processo.waitForFinished(120'000) || processo.exitCode() != 0)
+        return std::nullopt;
+    bool valido = false;
+    const double valore = processo.readAllStandardOutput().trimmed().toDouble(&valido);
+    return valido ? std::optional(valore) : std::nullopt;
+}
+
+void Stampa(const QString &testo)
+{
+    std::fputs(testo.toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication applicazione(argc, argv);
+    QCommandLineParser opzioni;
+    opzioni.setApplicationDescription(u"Measures the editing control and prints a table."_s);
+    opzioni.addHelpOption();
+    const QCommandLineOption processore(u"cpu"_s,
+                                        u"Measure processor time, not the clock: for a machine that is busy."_s);
+    const QCommandLineOption filtro(u"only"_s, u"Only the rows whose name contains TEXT."_s, u"TEXT"_s);
+    const QCommandLineOption colonna(u"size"_s, u"Only the columns whose name contains TEXT."_s, u"TEXT"_s);
+    QCommandLineOption memoria(u"memory-of"_s, QString(), u"COLUMN"_s);
+    memoria.setFlags(QCommandLineOption::HiddenFromHelp);
+    const QCommandLineOption pagina(u"write-page"_s, u"Write a page of UNITS characters to the output and end."_s,
+                                    u"UNITS"_s);
+    opzioni.addOptions({processore, filtro, colonna, memoria, pagina});
+    opzioni.process(applicazione);
+
+    if (opzioni.isSet(pagina)) {
+        Stampa(Pagine::Html(opzioni.value(pagina).toLongLong()));
+        return 0;
+    }
+    if (opzioni.isSet(memoria)) {
+        Stampa(QString::number(BancoControllo::Memoria(opzioni.value(memoria).toInt())) + u'\n');
+        return 0;
+    }
+    Orologio::diProcessore = opzioni.isSet(processore);
+
+    std::vector<Prova> prove = Prove();
+    std::erase_if(prove, [&](const Prova &prova) { return !prova.nome.contains(opzioni.value(filtro)); });
+    const QString nomeMemoria = u"memory of the control"_s;
+    std::vector<std::vector<std::optional<double>>> tempi(prove.size());
+    std::vector<std::optional<double>> memorie;
+    QStringList nomi;
+    for (size_t i = 0; i < Colonne().size(); ++i) {
+        const Colonna &questa = Colonne()[i];
+        nomi += questa.nome;
+        const bool misura = questa.nome.contains(opzioni.value(colonna));
+        BancoControllo banco;
+        if (misura)
+            banco.Prepara(PaginaDi(questa));
+        for (size_t j = 0; j < prove.size(); ++j)
+            tempi[j].push_back(misura ? std::optional(prove[j].misura(banco)) : std::nullopt);
+        memorie.push_back(misura && nomeMemoria.contains(opzioni.value(filtro)) ? MemoriaDi(i) : std::nullopt);
+    }
+
+    Tabella tabella(u"Editing control, %1, medians (%2)"_s.arg(Orologio::diProcessore ? u"processor time"_s : u"time"_s,
+                                                               QGuiApplication::platformName()),
+                    nomi, {{3, 2}, {6, 5}});
+    for (size_t j = 0; j < prove.size(); ++j)
+        tabella.Riga(prove[j].nome, u"ms"_s, tempi[j]);
+    if (nomeMemoria.contains(opzioni.value(filtro)))
+        tabella.Riga(nomeMemoria, u"MB"_s, memorie);
+    Stampa(tabella.Testo());
+    return 0;
+}
