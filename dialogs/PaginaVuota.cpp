@@ -18,5 +18,6 @@ QString PaginaVuota::Testo()
         QString(),
         u"</BODY>"_s,
         u"</HTML>"_s,
-    }.join(u"\r\n"_s);
+    }
+        .join(u"\r\n"_s);
 }
