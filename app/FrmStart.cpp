@@ -9,6 +9,8 @@
 #include "app/TempoCaricamento.h"
 #include "chrome/Colori.h"
 #include "chrome/ModuloGrafica.h"
+#include "dialogs/Anteprima.h"
+#include "dialogs/CaricaMotore.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/PaginaAnteprima.h"
 #include "dialogs/PaginaVuota.h"
@@ -16,6 +18,7 @@
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -82,6 +85,7 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
 
 FrmStart::~FrmStart()
 {
+    delete m_anteprima; // the engine goes before the window that it draws in
     PaginaAnteprima::Rimuovi();
 }
 
@@ -153,9 +157,10 @@ void FrmStart::CostruisciFinestreInterne()
     m_risultati->setObjectName(u"FrmControlloSintassi"_s);
     m_risultati->setWindowTitle(Messaggio(64));
     m_risultati->setWindowIcon(ModuloGrafica::Icona(u"risultati"));
-    m_anteprima = new FrmAnteprima;
+    auto *anteprima = new FrmAnteprima;
     ModuloGrafica::Decora(*m_risultati);
-    m_finestraAnteprima = aggiungi(m_anteprima);
+    m_finestraAnteprima = aggiungi(anteprima);
+    CollegaAnteprima(*anteprima);
     m_finestraRisultati = aggiungi(m_risultati);
     m_finestraDocumento = aggiungi(m_documento);
 
@@ -166,6 +171,19 @@ void FrmStart::CostruisciFinestreInterne()
     connect(m_documento, &FrmPaginaHTML::Ridimensionata, this, [this] { Disponi(false); });
     connect(m_pad, &RichTextBox::SelChange, this, &FrmStart::MostraPosizione);
     connect(m_pad, &RichTextBox::Change, this, &FrmStart::MostraPosizione);
+}
+
+void FrmStart::CollegaAnteprima(FrmAnteprima &finestra)
+{
+    m_anteprima = new Anteprima(
+        finestra, [this] { return m_pagina->Formato(); }, CaricaMotore::DalModulo, this);
+    connect(m_anteprima, &Anteprima::TestoStato, m_pannello1, &QLabel::setText);
+    connect(m_anteprima, &Anteprima::FuocoAllaPagina, this, [this] {
+        if (m_pad->hasFocus() || !isVisible() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+            return;
+        m_area->setActiveSubWindow(m_finestraDocumento);
+        m_pad->setFocus();
+    });
 }
 
 void FrmStart::CollegaPagina()
@@ -195,6 +213,7 @@ void FrmStart::CollegaComandi()
         if (QFileInfo(Stato().FileAnteprima).size() >= 2)
             ModuloPrincipale::ApriConShell(Stato().FileAnteprima);
     });
+    m_comandi->Collega(u"MenuStrumenti(2)"_s, [this] { AggiornaAnteprima(false); });
     m_comandi->Collega(u"MenuFile(11)"_s, [this] { Esci(); });
     for (const int indice : {3, 4, 5, 6, 8})
         m_comandi->Collega(u"MenuEdit(%1)"_s.arg(indice), [this, indice] { EseguiComandoModifica(indice, m_hwndPad); });
@@ -336,8 +355,7 @@ void FrmStart::AggiornaTitolo()
 
 void FrmStart::AggiornaAnteprima(bool nascondi)
 {
-    Q_UNUSED(nascondi);
-    PaginaAnteprima::Scrivi(m_pad->Text(), m_pagina->Formato());
+    m_anteprima->AggiornaAnteprima(m_pad, nascondi);
 }
 
 void FrmStart::VaiARiga()

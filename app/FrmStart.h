@@ -4,6 +4,7 @@
 
 #include "platform/RichTextBox.h"
 
+class Anteprima;
 class Comandi;
 class FrmAnteprima;
 class FrmPaginaHTML;
@@ -49,6 +50,7 @@ private:
     void CostruisciFinestra();
     void CostruisciFinestreInterne();
     void CostruisciStato();
+    void CollegaAnteprima(FrmAnteprima &finestra);
     void CollegaComandi();
     void CollegaPagina();
     void Disponi(bool ancheDocumento);
@@ -66,7 +68,7 @@ private:
     PaginaCorrente *m_pagina = nullptr;
     FrmPaginaHTML *m_documento = nullptr;
     QWidget *m_risultati = nullptr;
-    FrmAnteprima *m_anteprima = nullptr;
+    Anteprima *m_anteprima = nullptr;
     RichTextBox *m_pad = nullptr;
     Hwnd m_hwndPad = 0;
     QMdiArea *m_area = nullptr;

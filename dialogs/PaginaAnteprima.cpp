@@ -9,7 +9,38 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <cerrno>
+
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int MotivoNonFile = 337;
+
+/// The message for the reason of a failure.
+int Motivo(int errore)
+{
+    switch (errore) {
+    case EACCES:
+    case EPERM:
+        return 330;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return 331;
+    case ENOENT:
+        return 333;
+    case EROFS:
+        return 334;
+    case ENAMETOOLONG:
+        return 335;
+    default:
+        return 336;
+    }
+}
+
+} // namespace
 
 QString PaginaAnteprima::Percorso()
 {
@@ -21,17 +52,21 @@ QString PaginaAnteprima::Percorso()
     return ModuloDichiarazioni::PercorsoIn(dati, u"test.html");
 }
 
-QString PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
+int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
 {
     if (testo.isEmpty())
-        return {};
-    QFile file(ModuloDichiarazioni::Stato().FileAnteprima);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
+        return 0;
+    const QString &percorso = ModuloDichiarazioni::Stato().FileAnteprima;
+    // Something that is no file (a pipe, say) could hold up every key.
+    if (const QFileInfo info(percorso); info.exists() && !info.isFile())
+        return MotivoNonFile;
+    QFile file(percorso);
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return Motivo(errno);
     const QByteArray byte = Codifiche::ByteDaTesto(testo, formato);
-    if (file.write(byte) != byte.size() || !file.flush())
-        return file.errorString();
-    return {};
+    errno = 0;
+    return file.write(byte) == byte.size() ? 0 : Motivo(errno);
 }
 
 void PaginaAnteprima::Rimuovi()

@@ -1,0 +1,176 @@
+#include "dialogs/Anteprima.h"
+
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "dialogs/FrmAnteprima.h"
+#include "dialogs/PaginaAnteprima.h"
+#include "dialogs/RichiesteAnteprima.h"
+#include "platform/RichTextBox.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using ModuloDichiarazioni::Stato;
+using ModuloPrincipale::Messaggio;
+
+namespace
+{
+
+constexpr qint64 MinimoMostrato = 50;    // bytes
+constexpr auto Limite = 1000ms;          // after that, a navigation is looked after
+constexpr auto Pazienza = 2000ms;        // how long a page may keep silent,
+constexpr auto PazienzaPerMega = 1500ms; // more for large ones, whose layout is one long step
+
+RichiesteAnteprima::Luoghi LuoghiCorrenti()
+{
+    const QString &corrente = Stato().FileCorrente;
+    return {Stato().FileAnteprima, corrente.isEmpty() ? QString() : QFileInfo(corrente).absolutePath()};
+}
+
+bool Esiste(const QString &percorso)
+{
+    return QFileInfo::exists(percorso);
+}
+
+} // namespace
+
+Anteprima::Anteprima(FrmAnteprima &finestra, Formato formato, Caricatore caricatore, QObject *parent)
+    : QObject(parent), m_finestra(finestra), m_formato(std::move(formato)), m_caricatore(std::move(caricatore))
+{
+    m_limite.setSingleShot(true);
+    m_silenzio.setSingleShot(true);
+    connect(&m_limite, &QTimer::timeout, this, &Anteprima::Interroga);
+    connect(&m_silenzio, &QTimer::timeout, this, [this] { Esegui(m_ciclo.Muta()); });
+    connect(&m_finestra, &FrmAnteprima::Pronta, this, &Anteprima::CaricaMotore);
+}
+
+Anteprima::~Anteprima() = default;
+
+void Anteprima::AggiornaAnteprima(const RichTextBox *controllo, bool nascondi)
+{
+    if (!Scrivi(*controllo))
+        return;
+    const QFileInfo file(Stato().FileAnteprima);
+    if (!file.exists())
+        return;
+    if (nascondi) {
+        m_finestra.Browser()->hide();
+        return;
+    }
+    if (file.size() < MinimoMostrato)
+        return;
+    m_finestra.Browser()->show();
+    Esegui(m_ciclo.Richiesta());
+    emit FuocoAllaPagina();
+}
+
+bool Anteprima::Scrivi(const RichTextBox &controllo)
+{
+    const int motivo = PaginaAnteprima::Scrivi(controllo.Text(), m_formato());
+    // Told once, not with every key.
+    if (motivo != 0 && !m_scritturaFallita)
+        emit TestoStato(Messaggio(210).arg(Messaggio(motivo)));
+    m_scritturaFallita = motivo != 0;
+    return !m_scritturaFallita;
+}
+
+// --- Engine ---------------------------------------------------------------------------------------------------------
+
+void Anteprima::CaricaMotore()
+{
+    QString motivo;
+    m_motore = m_caricatore(*this, *m_finestra.Browser(), motivo);
+    if (!m_motore) {
+        m_finestra.MostraAvviso(Messaggio(350), motivo);
+        return;
+    }
+    if (m_ciclo.InCorso())
+        Esegui(CicloAnteprima::Azione::Naviga);
+}
+
+void Anteprima::Esegui(CicloAnteprima::Azione azione)
+{
+    using Azione = CicloAnteprima::Azione;
+    if (!m_motore || azione == Azione::Niente) {
+        if (!m_ciclo.InCorso()) {
+            m_limite.stop();
+            m_silenzio.stop();
+        }
+        return;
+    }
+    m_silenzio.stop();
+    ++m_domanda;
+    if (azione == Azione::Rinnova || azione == Azione::Rinuncia)
+        m_motore->Ricomincia();
+    if (azione == Azione::Rinuncia) {
+        m_finestra.MostraAvviso(Messaggio(351));
+        return;
+    }
+    m_finestra.MostraAvviso({});
+    m_limite.start(Limite);
+    m_motore->Naviga(Stato().FileAnteprima);
+}
+
+void Anteprima::Interroga()
+{
+    const qint64 mega = QFileInfo(Stato().FileAnteprima).size() / (1024 * 1024);
+    m_silenzio.start(Pazienza + mega * PazienzaPerMega);
+    m_motore->Interroga([this, domanda = m_domanda] {
+        if (domanda == m_domanda && m_silenzio.isActive())
+            Esegui(m_ciclo.Lenta());
+    });
+}
+
+DecisioneRichiesta Anteprima::Decidi(const RichiestaMotore &richiesta) const
+{
+    return RichiesteAnteprima::Decidi(richiesta, LuoghiCorrenti(), Esiste);
+}
+
+void Anteprima::NavigazioneFinita()
+{
+    Esegui(m_ciclo.Finita());
+}
+
+void Anteprima::DisegnoPerduto()
+{
+    m_finestra.MostraAvviso(Messaggio(352));
+    Esegui(m_ciclo.Finita());
+}
+
+// --- What the page tells --------------------------------------------------------------------------------------------
+
+void Anteprima::TitoloCambiato(const QString &titolo)
+{
+    m_titolo = titolo;
+    MostraStato();
+}
+
+void Anteprima::CollegamentoIndicato(const QUrl &indirizzo)
+{
+    const QUrl proprio =
+        indirizzo.isLocalFile() ? RichiesteAnteprima::AlProprioPosto(indirizzo, LuoghiCorrenti(), Esiste) : indirizzo;
+    m_collegamento = proprio.toDisplayString();
+    MostraStato();
+}
+
+void Anteprima::CollegamentoScelto(const QUrl &indirizzo)
+{
+    const QUrl proprio =
+        indirizzo.isLocalFile() ? RichiesteAnteprima::AlProprioPosto(indirizzo, LuoghiCorrenti(), Esiste) : indirizzo;
+    if (RichiesteAnteprima::Apribile(proprio))
+        QDesktopServices::openUrl(proprio);
+}
+
+void Anteprima::MostraStato()
+{
+    constexpr qsizetype massimo = 500; // a page can have a title of any length
+    const QString testo = (m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified();
+    if (testo == m_stato)
+        return;
+    m_stato = testo;
+    emit TestoStato(testo);
+}

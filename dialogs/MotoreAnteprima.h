@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QUrl>
+#include <QtPlugin>
+
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+/// What a page of the preview asks for.
+struct RichiestaMotore {
+    enum class Tipo {
+        Pagina,   ///< the page itself
+        Cornice,  ///< a frame, or the content of an object element
+        Risorsa,  ///< a picture, style sheet, script, font or medium that the page names
+        Contenuto ///< bytes that a script would get to read, and everything else
+    };
+
+    QUrl indirizzo;
+    Tipo tipo = Tipo::Contenuto;
+};
+
+/// What becomes of a request: as it is, from another place, or not at all.
+struct DecisioneRichiesta {
+    enum class Esito { Concessa, Deviata, Rifiutata };
+
+    Esito esito = Esito::Rifiutata;
+    QUrl destinazione; ///< where a diverted request goes; else empty
+
+    bool operator==(const DecisioneRichiesta &) const = default;
+};
+
+/// Whom a browser engine serves. Called on the user-interface thread only.
+class OspiteMotore
+{
+public:
+    virtual ~OspiteMotore() = default;
+
+    [[nodiscard]] virtual DecisioneRichiesta Decidi(const RichiestaMotore &richiesta) const = 0;
+    /// The navigation asked for last came to its end, whether or not the page could be shown.
+    virtual void NavigazioneFinita() = 0;
+    /// The process that draws the page is gone; the next navigation starts another.
+    virtual void DisegnoPerduto() = 0;
+    /// The title of the page; empty when it has none.
+    virtual void TitoloCambiato(const QString &titolo) = 0;
+    /// The link under the mouse; empty when there is none.
+    virtual void CollegamentoIndicato(const QUrl &indirizzo) = 0;
+    /// The user clicked a link.
+    virtual void CollegamentoScelto(const QUrl &indirizzo) = 0;
+};
+
+/// A browser engine with one page, behind an interface so that the program neither links nor loads the engine before it
+/// is needed. It keeps nothing on disk, asks the user nothing and never takes the keyboard focus.
+class MotoreAnteprima
+{
+public:
+    virtual ~MotoreAnteprima() = default;
+
+    /// Shows the local file \a percorso from the top, or, when it was shown before, at the place scrolled to. Returns
+    /// at once; a navigation under way is given up.
+    virtual void Naviga(const QString &percorso) = 0;
+    /// Drops the page together with the process that draws it. Nothing is shown until the next navigation.
+    virtual void Ricomincia() = 0;
+    /// Calls \a risposta when the process that draws the page is free to answer: never, when a script keeps it busy.
+    virtual void Interroga(std::function<void()> risposta) = 0;
+};
+
+/// What the engine's module exports.
+class FabbricaMotore
+{
+public:
+    virtual ~FabbricaMotore() = default;
+
+    /// The engine's view fills \a contenitore and is owned by it; \a ospite outlives the engine.
+    [[nodiscard]] virtual std::unique_ptr<MotoreAnteprima> Crea(OspiteMotore &ospite, QWidget &contenitore) = 0;
+};
+
+Q_DECLARE_INTERFACE(FabbricaMotore, "velloro.FabbricaMotore/1")

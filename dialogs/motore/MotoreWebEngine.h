@@ -1,0 +1,38 @@
+#pragma once
+
+#include "dialogs/MotoreAnteprima.h"
+
+#include <QObject>
+#include <QPointF>
+#include <QUrl>
+
+class PaginaWeb;
+class QWebEngineProfile;
+class QWebEngineView;
+
+/// The engine: a view, a profile that is never written, and the page, which is replaced when it does not answer.
+class MotoreWebEngine : public QObject, public MotoreAnteprima
+{
+    Q_OBJECT
+
+public:
+    MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore);
+    ~MotoreWebEngine() override;
+
+    void Naviga(const QString &percorso) override;
+    void Ricomincia() override;
+    void Interroga(std::function<void()> risposta) override;
+
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    void CreaProfilo();
+    void CreaPagina();
+    void TogliFuoco(QObject *oggetto);
+
+    OspiteMotore &m_ospite;
+    QWidget &m_contenitore;
+    QWebEngineProfile *m_profilo = nullptr;
+    PaginaWeb *m_pagina = nullptr;
+    QWebEngineView *m_vista = nullptr;
+};
