@@ -144,6 +144,9 @@ public:
     [[nodiscard]] static RichTextBox *DaHandle(Hwnd hwnd);
 
 signals:
+    /// Which units changed: \a tolti units from \a da gave way to \a aggiunti. Comes before Change, at every revision,
+    /// while the document is still at work: a handler may read the text (Unita, Parte), nothing else.
+    void TestoCambiato(int da, int tolti, int aggiunti);
     void Change();
     void SelChange();
     /// Before the control acts on a key. A handler may change or swallow it.

@@ -160,6 +160,7 @@ void RichTextBox::ImpostaText(const QString &testo)
         const QScopedValueRollback<bool> interno(m_interno, true);
         setPlainText(brano.perQt);
     }
+    const int prima = Lunghezza();
     m_testo.assign(reinterpret_cast<const char16_t *>(testo.utf16()), testo.size());
     m_aspetti.assign(testo.size(), quint8(0));
     m_interruzioni.Svuota();
@@ -171,6 +172,7 @@ void RichTextBox::ImpostaText(const QString &testo)
     m_revisioneTesto = m_revisione;
     SegnaRtf(0, 0);
     m_ultimoBlocco = -1;
+    emit TestoCambiato(0, prima, Lunghezza());
     emit Change();
     SelezioneForseCambiata();
 }
@@ -342,6 +344,7 @@ void RichTextBox::Registra(int da, int fine, int primaInterruzione, int interruz
     std::fill_n(m_aspetti.replace(da, fine - da, nuovo.size()), nuovo.size(), aspetto);
     SegnaRtf(da, Lunghezza() - da - int(nuovo.size()));
     ++m_revisione;
+    emit TestoCambiato(da, fine - da, int(nuovo.size()));
 }
 
 void RichTextBox::DopoCambiamento()
