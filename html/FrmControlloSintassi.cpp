@@ -4,8 +4,6 @@
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
 
-#include <QShortcut>
-
 using namespace Qt::StringLiterals;
 
 namespace
@@ -57,10 +55,8 @@ FrmControlloSintassi::FrmControlloSintassi(QWidget *padre) : QWidget(padre, Qt::
     move(Misure::InPixel(FuoriSchermo), Misure::InPixel(FuoriSchermo));
 
     connect(m_lista, &QListView::clicked, this, &FrmControlloSintassi::Scegli);
-    for (const Qt::Key tasto : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *scorciatoia = new QShortcut(tasto, m_lista, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(scorciatoia, &QShortcut::activated, this, [this] { Scegli(m_lista->currentIndex()); });
-    }
+    // Enter; a double click leads to the same place once more.
+    connect(m_lista, &QListView::activated, this, &FrmControlloSintassi::Scegli);
     aperta = this;
 }
 

@@ -61,9 +61,30 @@ void ScriviMessaggio(QString &messaggio, const Riscontro &riscontro)
         return dove >= 0 && nome.size() <= pagina.size() - dove &&
                pagina.sliced(dove, nome.size()).compare(nome, Qt::CaseInsensitive) == 0;
     };
-    if (sta(posizione) || sta(posizione + 1))
+    if (nome.isEmpty() || sta(posizione) || sta(posizione + 1))
         return true;
     return cresciuta != 0 && (sta(posizione + cresciuta) || sta(posizione + cresciuta + 1));
+}
+
+/// The part of \a nuova that may hold a name which \a vecchia does not hold.
+[[nodiscard]] QStringView ParteCambiata(QStringView vecchia, QStringView nuova)
+{
+    constexpr qsizetype Passo = 4096;
+    const qsizetype comune = std::min(vecchia.size(), nuova.size());
+    qsizetype testa = 0, coda = 0;
+    while (testa + Passo <= comune && vecchia.sliced(testa, Passo) == nuova.sliced(testa, Passo))
+        testa += Passo;
+    while (testa < comune && vecchia[testa] == nuova[testa])
+        ++testa;
+    const auto daFondo = [&coda](QStringView testo, qsizetype quanti) {
+        return testo.sliced(testo.size() - coda - quanti, quanti);
+    };
+    while (coda + Passo <= comune - testa && daFondo(vecchia, Passo) == daFondo(nuova, Passo))
+        coda += Passo;
+    while (coda < comune - testa && daFondo(vecchia, 1) == daFondo(nuova, 1))
+        ++coda;
+    const qsizetype da = std::max<qsizetype>(0, testa - MassimoNome);
+    return nuova.sliced(da, std::min(nuova.size(), nuova.size() - coda + MassimoNome) - da);
 }
 
 } // namespace
@@ -73,6 +94,8 @@ void Registro::Azzera()
     m_messaggi.clear();
     m_risultati = {RisultatoControllo()};
     m_lunghezze.assign(1, 0);
+    m_assenti.assign(1, false);
+    m_cercata.clear();
 }
 
 bool Registro::EsisteRisultato(QStringView testo) const
@@ -89,37 +112,43 @@ bool Registro::Aggiungi(const Riscontro &riscontro, qsizetype lunghezza)
     m_messaggi.insert(messaggio);
     m_risultati.append({qint32(riscontro.posizione), qint32(riscontro.riga), riscontro.tipo, messaggio});
     m_lunghezze.push_back(lunghezza);
+    m_assenti.push_back(false);
     return true;
 }
 
-QList<Registro::Voce> Registro::Visibili(QStringView pagina) const
+QList<Registro::Voce> Registro::Visibili(const QString &pagina)
 {
+    struct DaCercare {
+        qsizetype riga;   ///< of the list
+        size_t risultato; ///< slot
+        int numero;       ///< of the name in its search
+        bool vicino;      ///< only in what has changed
+    };
     QList<Voce> voci;
     voci.reserve(m_risultati.size() - 1);
-    RicercaNomi ricerca;
-    std::vector<std::pair<qsizetype, int>> daCercare; // line of the list, number of its name
+    RicercaNomi ovunque, vicino;
+    std::vector<DaCercare> daCercare;
     for (int i = 1; i < m_risultati.size(); ++i) {
         const RisultatoControllo &risultato = m_risultati[i];
         Voce voce{SuUnaRiga(risultato.Testo), risultato.Posizione, i};
         const QStringView nome = NomeQuotato(voce.testo);
         if (nome.isNull() || pagina.isEmpty())
             continue;
-        if (!AlSuoPosto(pagina, nome, risultato.Posizione, pagina.size() - m_lunghezze[size_t(i)]))
-            daCercare.emplace_back(voci.size(), ricerca.Aggiungi(nome));
+        char &assente = m_assenti[size_t(i)];
+        if (AlSuoPosto(pagina, nome, risultato.Posizione, pagina.size() - m_lunghezze[size_t(i)]))
+            assente = false;
+        else
+            daCercare.push_back({voci.size(), size_t(i), (assente ? vicino : ovunque).Aggiungi(nome), bool(assente)});
         voci.append(std::move(voce));
     }
     if (daCercare.empty())
         return voci;
-    const std::vector<char> trovati = ricerca.Cerca(pagina);
-    std::erase_if(daCercare, [&](const auto &coppia) { return trovati[size_t(coppia.second)] != 0; });
-    auto prossimo = daCercare.cbegin();
-    qsizetype riga = 0;
-    voci.removeIf([&](const Voce &) {
-        const bool manca = prossimo != daCercare.cend() && prossimo->first == riga;
-        prossimo += manca;
-        ++riga;
-        return manca;
-    });
+    const std::vector<char> trovatiOvunque = ovunque.Cerca(pagina);
+    const std::vector<char> trovatiVicino = vicino.Cerca(ParteCambiata(m_cercata, pagina));
+    m_cercata = pagina;
+    for (const DaCercare &d : daCercare)
+        m_assenti[d.risultato] = !(d.vicino ? trovatiVicino : trovatiOvunque)[size_t(d.numero)];
+    voci.removeIf([this](const Voce &voce) { return m_assenti[size_t(voce.risultato)] != 0; });
     return voci;
 }
 

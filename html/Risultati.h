@@ -45,9 +45,10 @@ public:
         int risultato = 0; ///< slot of the finding
         bool operator==(const Voce &) const = default;
     };
-    /// The findings whose quoted name stands in \a pagina, in any case. One pass over the page at most, and none when
-    /// all names still stand where they were found or where one edit has moved them.
-    [[nodiscard]] QList<Voce> Visibili(QStringView pagina) const;
+    /// The findings whose quoted name stands in \a pagina, in any case. A name is looked for where it was found, there
+    /// moved by one edit, and only then in the page; one that the page did not hold the last time, in what has changed
+    /// since. All names together cost one pass.
+    [[nodiscard]] QList<Voce> Visibili(const QString &pagina);
 
 private:
     struct Impronta {
@@ -61,6 +62,8 @@ private:
 
     QList<RisultatoControllo> m_risultati;
     std::vector<qsizetype> m_lunghezze; ///< of the checked text, per slot
+    std::vector<char> m_assenti;        ///< per slot: m_cercata does not hold the name
+    QString m_cercata;                  ///< the page in which names were looked for last
     std::unordered_set<QString, Impronta, Uguale> m_messaggi;
     QString m_prova;
 };

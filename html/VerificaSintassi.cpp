@@ -133,7 +133,12 @@ void VerificaFrammento(RichTextBox &editor, int da, int quanti, int primaFine)
 
 void AggiornaElencoErrori(const RichTextBox &editor)
 {
-    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta())
+    FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta();
+    if (!finestra)
+        return;
+    if (ArrayRisultati().size() == 1)
+        finestra->Svuota();
+    else
         finestra->Elenca(RegistroPagina().Visibili(editor.Text()));
 }
 

@@ -56,7 +56,7 @@ public:
         const int p1 = caretto < 1 ? 0 : int(testo.lastIndexOf(u'<', caretto - 1)) + 1;
         if (p1 < 1)
             return;
-        int p2 = Cerca(p1, testo, u'>');
+        int p2 = Cerca(p1, testo, u">");
         if (p2 == 0)
             p2 = caretto;
         if (p2 < 1)
@@ -114,7 +114,7 @@ private:
     }
 
     // Searches and pieces with 1-based positions; 0 is "not found".
-    static int Cerca(int da, const QString &dove, const QString &cosa)
+    static int Cerca(int da, const QString &dove, QStringView cosa)
     {
         return da > dove.size() ? 0 : int(dove.indexOf(cosa, da - 1)) + 1;
     }
@@ -122,16 +122,16 @@ private:
 
     static int ProssimoTag(const QString &dove, int &fine, QString &testoTag, QString &nome)
     {
-        const int inizio = Cerca(fine + 1, dove, u'<');
+        const int inizio = Cerca(fine + 1, dove, u"<");
         if (inizio == 0)
             return 0;
-        fine = Cerca(inizio, dove, u'>');
+        fine = Cerca(inizio, dove, u">");
         if (fine == 0)
             fine = int(dove.size());
         if (fine - inizio - 1 > 0) {
             testoTag = Pezzo(dove, inizio + 1, fine - inizio - 1);
             int lunghezza = int(testoTag.size());
-            for (const QChar c : {QChar(u' '), QChar(u'\r')}) {
+            for (const QStringView c : {QStringView(u" "), QStringView(u"\r")}) {
                 if (const int p = Cerca(1, testoTag, c); p > 0)
                     lunghezza = std::min(lunghezza, p - 1);
             }
@@ -149,16 +149,16 @@ private:
     static int FineValore(const QString &tag, int uguale)
     {
         const QString primo = Pezzo(tag, uguale + 1, 1);
-        if (primo == u"\"" || primo == u"'") {
+        if (primo == QStringView(u"\"") || primo == QStringView(u"'")) {
             const int chiusura = Cerca(uguale + 2, tag, primo);
             return chiusura == 0 ? 0 : chiusura + 1;
         }
         int fine = int(tag.size());
         for (const char16_t c : {8, 9, 10, 13, 32, int('>')}) {
-            if (const int p = Cerca(uguale, tag, QChar(c)); p > 0)
+            if (const int p = Cerca(uguale, tag, QString(QChar(c))); p > 0)
                 fine = std::min(fine, p);
         }
-        for (const QChar c : {u'"', u'\''}) {
+        for (const QStringView c : {QStringView(u"\""), QStringView(u"'")}) {
             if (const int p = Cerca(uguale + 2, tag, c); p > 0)
                 fine = std::min(fine, p);
         }
@@ -168,7 +168,7 @@ private:
     void Aggiungi(int posizione, int tipo, const QString &prima, const QString &nome, const QString &dopo)
     {
         const int riga = Riga(m_selStart);
-        const QString messaggio = QString::number(riga) + u": " + prima + u" '" + nome + u"' " + dopo;
+        const QString messaggio = QStringLiteral("%1: %2 '%3' %4").arg(QString::number(riga), prima, nome, dopo);
         for (const Risultato &r : risultati) {
             if (r.testo == messaggio)
                 return;
@@ -189,7 +189,7 @@ private:
         if (testoTag == nome)
             return;
         int p = 2;
-        while (const int e = Cerca(p, testoTag, u'=')) {
+        while (const int e = Cerca(p, testoTag, u"=")) {
             const int s = InizioAttributo(testoTag, e);
             const QString attributo = Pezzo(testoTag, s + 1, e - s - 1);
             Seleziona(inizio + s, 0);
@@ -208,7 +208,7 @@ private:
             if (v - 2 <= testoTag.size() && v > e) {
                 const QString primo = Pezzo(testoTag, e + 1, 1);
                 QString valore;
-                if (primo == u"\"" || primo == u"'") {
+                if (primo == QStringView(u"\"") || primo == QStringView(u"'")) {
                     valore = Pezzo(testoTag, e + 2, v - e - 3);
                     Seleziona(inizio + e + 1, 0);
                 } else {

@@ -50,8 +50,8 @@ private slots:
         QTest::addColumn<QString>("atteso");
         QTest::newRow("only the tag around the caret") << u"  <b><b |><b>"_s << u"  <b><tt><b>"_s;
         QTest::newRow("attributes and values")
-            << u"  <p align=\"left\" |align=x>"_s << u"  <tt aaaaa=\"vvvv\" aaaaa=C>"_s;
-        QTest::newRow("not closed: up to the caret") << u"  <p align=left| foo=1"_s << u"  <tt aaaaa=vvvv foo=1"_s;
+            << u"  <p align=\"left\" |align=x>"_s << u"  <ttaaaaa=\"vvvv\" aaaaa=C>"_s;
+        QTest::newRow("not closed: up to the caret") << u"  <p align=left| foo=1"_s << u"  <ttaaaaa=vvvv foo=1"_s;
         QTest::newRow("not closed, at the end of the page") << u"  <table |"_s << u"  <tttttt"_s;
         QTest::newRow("unknown") << u"  <foo |x=y>"_s << u"  <CCCCx=y>"_s;
         QTest::newRow("right after the bracket") << u"  <|b>"_s << u"  <tt"_s;

@@ -13,7 +13,7 @@ using namespace ModuloVerificaSintassi;
 namespace
 {
 
-QString Visti(const Registro &registro, const QString &pagina)
+QString Visti(Registro &registro, const QString &pagina)
 {
     QString visti;
     for (const Registro::Voce &voce : registro.Visibili(pagina))
@@ -139,6 +139,36 @@ private slots:
                 const bool atteso = !testo.isEmpty() && testo.contains(nomi[i], Qt::CaseInsensitive);
                 QVERIFY2(bool(trovati[size_t(numeri[size_t(i)])]) == atteso, qPrintable(nomi[i] + u" in "_s + testo));
             }
+        }
+    }
+
+    // What is remembered of one page must not change what is said of the next.
+    void editsOfThePage()
+    {
+        QRandomGenerator caso(7);
+        QString pagina;
+        Registro registro;
+        const QStringList nomi{u"foo"_s, u"oof"_s, u"f"_s, u"fof"_s, u"ooo"_s, u"of of"_s, u"FFF"_s};
+        for (const QString &nome : nomi)
+            QVERIFY(registro.Aggiungi({caso.bounded(30), 1, 1, TagSconosciuto, nome}, 20));
+        for (int volta = 0; volta < 20'000; ++volta) {
+            const int da = caso.bounded(int(pagina.size()) + 1);
+            QString nuovo;
+            for (int i = caso.bounded(3); i > 0; --i)
+                nuovo += u"foOx "_s[caso.bounded(5)];
+            pagina.replace(da, caso.bounded(4), nuovo);
+            if (caso.bounded(10) == 0)
+                pagina.prepend(QString(caso.bounded(9000), u' '));
+            if (pagina.size() > 20'000)
+                pagina.clear();
+            if (caso.bounded(2) == 0)
+                continue;
+            QStringList attesi;
+            for (int i = 0; i < nomi.size(); ++i) {
+                if (pagina.contains(nomi[i], Qt::CaseInsensitive))
+                    attesi += QString::number(i + 1);
+            }
+            QCOMPARE(Visti(registro, pagina), attesi.join(u' '));
         }
     }
 

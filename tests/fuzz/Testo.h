@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+/// Fuzz data as text: UTF-16 as it stands when the first byte is odd, else UTF-8.
+inline QString TestoDa(const uint8_t *dati, size_t quanti)
+{
+    if (quanti == 0)
+        return {};
+    const char *resto = reinterpret_cast<const char *>(dati + 1);
+    if (dati[0] % 2 == 0)
+        return QString::fromUtf8(resto, qsizetype(quanti - 1));
+    QString testo(qsizetype((quanti - 1) / 2), Qt::Uninitialized);
+    if (!testo.isEmpty())
+        memcpy(testo.data(), resto, size_t(testo.size()) * 2);
+    return testo;
+}
+
+/// A fault that the sanitizers cannot see.
+inline void Esigi(bool vero)
+{
+    if (!vero)
+        abort();
+}
