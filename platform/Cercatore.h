@@ -19,6 +19,6 @@ private:
     [[nodiscard]] char16_t Unita(QStringView testo, qsizetype i) const;
 
     Qt::CaseSensitivity m_caso;
-    QString m_testo;                 ///< folded when letter case does not count
+    QString m_testo;                  ///< folded when letter case does not count
     std::vector<qsizetype> m_ripiego; ///< units that still agree when the one after k agreeing units does not
 };

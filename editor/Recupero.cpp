@@ -1,0 +1,251 @@
+#include "editor/Recupero.h"
+
+#include <algorithm>
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QUuid>
+
+#include "app/ModuloDichiarazioni.h"
+#include "platform/RichTextBox.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr quint32 Firma = 0x564C5231; // "VLR1"
+constexpr quint32 Fine = 0x454E4421;  // what follows the text of a whole file
+const QString Estensione = u".recupero"_s;
+const QString EstensioneChiave = u".lock"_s;
+
+QString Cartella(const QString &cartella)
+{
+    return cartella.isEmpty() ? Recupero::CartellaUtente() : cartella;
+}
+
+void Prepara(QDataStream &flusso)
+{
+    flusso.setVersion(QDataStream::Qt_6_4);
+    flusso.setByteOrder(QDataStream::LittleEndian);
+}
+
+// The old file or the new one, never half of one.
+bool Scrivi(const QString &file, const PaginaRecuperata &pagina)
+{
+    QSaveFile scritto(file);
+    if (!scritto.open(QIODevice::WriteOnly))
+        return false;
+    scritto.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    QDataStream flusso(&scritto);
+    Prepara(flusso);
+    flusso << Firma << pagina.FileCorrente << pagina.codifica << pagina.quando << pagina.testo << Fine;
+    return flusso.status() == QDataStream::Ok && scritto.commit();
+}
+
+std::optional<PaginaRecuperata> LeggiFile(const QString &file)
+{
+    QFile letto(file);
+    if (!letto.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QDataStream flusso(&letto);
+    Prepara(flusso);
+    quint32 firma = 0;
+    quint32 fine = 0;
+    PaginaRecuperata pagina;
+    flusso >> firma;
+    if (firma != Firma)
+        return std::nullopt;
+    flusso >> pagina.FileCorrente >> pagina.codifica >> pagina.quando >> pagina.testo >> fine;
+    if (flusso.status() != QDataStream::Ok || fine != Fine)
+        return std::nullopt;
+    return pagina;
+}
+
+std::unique_ptr<QLockFile> Chiave(const QString &base)
+{
+    auto chiave = std::make_unique<QLockFile>(base + EstensioneChiave);
+    // Only the death of its owner frees a lock, not its age.
+    chiave->setStaleLockTime(0);
+    return chiave->tryLock(0) ? std::move(chiave) : nullptr;
+}
+
+// The lock of a program that no longer runs. The system frees what a dead program held, so a lock that it lets be taken
+// away is free whatever stands in it; not so while its owner may just be making it, before there is a file.
+std::unique_ptr<QLockFile> ChiaveDiUnMorto(const QString &base, bool haFile)
+{
+    auto chiave = Chiave(base);
+    if (!chiave && haFile && QLockFile(base + EstensioneChiave).removeStaleLockFile())
+        chiave = Chiave(base);
+    return chiave;
+}
+
+// What a program killed in the middle of writing leaves beside its recovery file.
+void RimuoviResti(const QDir &cartella, const QString &base)
+{
+    for (const QString &resto : cartella.entryList({base + Estensione + u".*"_s}, QDir::Files | QDir::Hidden))
+        QFile::remove(cartella.filePath(resto));
+}
+
+} // namespace
+
+// --- Files left behind ----------------------------------------------------------------------------------------------
+
+VoceRecupero::VoceRecupero(QString file, std::unique_ptr<QLockFile> chiave, QString fileCorrente, QDateTime quando)
+    : file(std::move(file)), FileCorrente(std::move(fileCorrente)), quando(std::move(quando)),
+      m_chiave(std::move(chiave))
+{
+}
+
+VoceRecupero::VoceRecupero(VoceRecupero &&) noexcept = default;
+VoceRecupero &VoceRecupero::operator=(VoceRecupero &&) noexcept = default;
+VoceRecupero::~VoceRecupero() = default;
+
+QString Recupero::CartellaUtente()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/recupero"_s;
+}
+
+std::vector<VoceRecupero> Recupero::DaOffrire(const QString &cartella)
+{
+    std::vector<VoceRecupero> voci;
+    const QDir dove(Cartella(cartella));
+    QStringList basi;
+    for (const QString &file : dove.entryList({u'*' + Estensione, u'*' + EstensioneChiave}, QDir::Files))
+        basi.append(file.left(file.lastIndexOf(u'.')));
+    basi.removeDuplicates();
+    for (const QString &base : std::as_const(basi)) {
+        const QString file = dove.filePath(base + Estensione);
+        auto chiave = ChiaveDiUnMorto(dove.filePath(base), QFile::exists(file));
+        if (!chiave)
+            continue;
+        RimuoviResti(dove, base);
+        // A file that cannot be read stays: it may be another version's.
+        if (auto pagina = LeggiFile(file))
+            voci.emplace_back(file, std::move(chiave), pagina->FileCorrente, pagina->quando);
+    }
+    std::sort(voci.begin(), voci.end(),
+              [](const VoceRecupero &a, const VoceRecupero &b) { return a.quando > b.quando; });
+    return voci;
+}
+
+std::optional<PaginaRecuperata> Recupero::Leggi(const VoceRecupero &voce)
+{
+    return LeggiFile(voce.file);
+}
+
+void Recupero::Scarta(VoceRecupero voce)
+{
+    QFile::remove(voce.file);
+}
+
+// --- The running program's own file ---------------------------------------------------------------------------------
+
+Recupero::Recupero(RichTextBox *controllo, const QString &cartella, int pausa, QObject *genitore)
+    : QObject(genitore), m_pad(controllo), m_cartella(Cartella(cartella))
+{
+    m_scrittore.setMaxThreadCount(1);
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(pausa);
+    connect(&m_timer, &QTimer::timeout, this, &Recupero::AlTick);
+    if (controllo) {
+        m_revisioneSalvata = controllo->Revisione();
+        connect(controllo, &RichTextBox::Change, this, &Recupero::AlCambio);
+    }
+}
+
+Recupero::~Recupero()
+{
+    Chiudi();
+}
+
+void Recupero::AlCambio()
+{
+    if (m_chiuso)
+        return;
+    if (!m_daScrivere.isValid())
+        m_daScrivere.start();
+    // Whoever types without a pause is not left without a copy.
+    if (!m_timer.isActive() || m_daScrivere.elapsed() < AttesaMax)
+        m_timer.start();
+}
+
+void Recupero::AlTick()
+{
+    m_daScrivere.invalidate();
+    if (!m_pad || m_chiuso)
+        return;
+    if (DaSalvare())
+        Accoda();
+    else
+        AccodaRimozione();
+}
+
+bool Recupero::DaSalvare() const
+{
+    if (!m_pad || m_pad->Revisione() == m_revisioneSalvata)
+        return false;
+    return m_pad->Text() != ModuloDichiarazioni::Stato().TestoSalvato;
+}
+
+bool Recupero::Prenota()
+{
+    if (m_chiave)
+        return true;
+    if (!QDir().mkpath(m_cartella))
+        return false;
+    const QString base = m_cartella + u'/' + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    m_chiave = Chiave(base);
+    if (m_chiave)
+        m_file = base + Estensione;
+    return m_chiave != nullptr;
+}
+
+void Recupero::Accoda()
+{
+    if (m_pad->Revisione() == m_revisioneScritta || !Prenota())
+        return;
+    m_revisioneScritta = m_pad->Revisione();
+    PaginaRecuperata pagina{ModuloDichiarazioni::Stato().FileCorrente, m_codifica, m_pad->Text(),
+                            QDateTime::currentDateTime()};
+    // A text still waiting to be written is overtaken by this one.
+    m_scrittore.clear();
+    m_scrittore.start([file = m_file, pagina = std::move(pagina)] { (void)Scrivi(file, pagina); });
+}
+
+void Recupero::AccodaRimozione()
+{
+    m_revisioneScritta = -1;
+    m_scrittore.clear();
+    if (!m_file.isEmpty())
+        m_scrittore.start([file = m_file] { QFile::remove(file); });
+}
+
+void Recupero::Salvata()
+{
+    m_timer.stop();
+    m_daScrivere.invalidate();
+    if (m_pad)
+        m_revisioneSalvata = m_pad->Revisione();
+    AccodaRimozione();
+}
+
+void Recupero::ScriviOra()
+{
+    m_timer.stop();
+    AlTick();
+    m_scrittore.waitForDone();
+}
+
+void Recupero::Chiudi()
+{
+    m_chiuso = true;
+    m_timer.stop();
+    AccodaRimozione();
+    m_scrittore.waitForDone();
+    m_chiave.reset();
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QThreadPool>
+#include <QTimer>
+
+class QLockFile;
+class RichTextBox;
+
+/// A page that a program which did not end in order left behind.
+struct PaginaRecuperata {
+    QString FileCorrente; ///< full path of the page; empty for one without a file
+    QString codifica;     ///< name of the page's encoding; empty when it had none
+    QString testo;
+    QDateTime quando; ///< when it was written
+};
+
+/// One recovery file that can be offered. As long as it exists no other running program offers it.
+class VoceRecupero
+{
+public:
+    VoceRecupero(QString file, std::unique_ptr<QLockFile> chiave, QString fileCorrente, QDateTime quando);
+    VoceRecupero(VoceRecupero &&) noexcept;
+    VoceRecupero &operator=(VoceRecupero &&) noexcept;
+    ~VoceRecupero();
+
+    QString file;         ///< the recovery file
+    QString FileCorrente; ///< full path of the page; empty for one without a file
+    QDateTime quando;     ///< when it was written
+
+private:
+    friend class Recupero;
+    std::unique_ptr<QLockFile> m_chiave;
+};
+
+/// Keeps the text of the page in a file of its own in the user's data folder while the page is not saved, so that it
+/// outlives a program that is killed. It is written by a thread of its own: a key only pays for a shared copy of the
+/// text.
+class Recupero : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Pausa = 2'000;      ///< milliseconds without a change before the text is written
+    static constexpr int AttesaMax = 10'000; ///< milliseconds after which it is written in the middle of typing
+
+    /// Watches \a controllo; what stands in it now counts as saved. \a cartella: empty for CartellaUtente().
+    explicit Recupero(RichTextBox *controllo, const QString &cartella = {}, int pausa = Pausa,
+                      QObject *genitore = nullptr);
+    /// Ends in order, as Chiudi().
+    ~Recupero() override;
+
+    /// Name of the page's encoding, written with the text.
+    void ImpostaCodifica(const QString &codifica) { m_codifica = codifica; }
+    /// The page was saved, opened or newly made: there is nothing to recover until the text changes.
+    void Salvata();
+    /// Writes at once when the page is not saved; returns when the file is written. Needed before the text that was
+    /// just recovered is discarded.
+    void ScriviOra();
+    /// The program ends in order: the recovery file goes. Nothing is written any more.
+    void Chiudi();
+
+    /// The folder of the recovery files in the user's data folder.
+    [[nodiscard]] static QString CartellaUtente();
+    /// Pages left behind by programs that no longer run, the newest first. What cannot be read is left out.
+    [[nodiscard]] static std::vector<VoceRecupero> DaOffrire(const QString &cartella = {});
+    /// The page of \a voce; none when it cannot be read.
+    [[nodiscard]] static std::optional<PaginaRecuperata> Leggi(const VoceRecupero &voce);
+    /// Removes its file.
+    static void Scarta(VoceRecupero voce);
+
+private:
+    void AlCambio();
+    void AlTick();
+    [[nodiscard]] bool DaSalvare() const;
+    [[nodiscard]] bool Prenota();
+    void Accoda();
+    void AccodaRimozione();
+
+    QPointer<RichTextBox> m_pad;
+    QString m_cartella;
+    QString m_file; ///< own recovery file; empty until the first is written
+    QString m_codifica;
+    std::unique_ptr<QLockFile> m_chiave;
+    QTimer m_timer;
+    QElapsedTimer m_daScrivere; ///< since the first change that is not written yet
+    QThreadPool m_scrittore;    ///< one thread: what was asked first is done first
+    int m_revisioneSalvata = 0;
+    int m_revisioneScritta = -1;
+    bool m_chiuso = false;
+};
