@@ -25,15 +25,9 @@ constexpr auto Limite = 1000ms;          // after that, a navigation is looked a
 constexpr auto Pazienza = 2000ms;        // how long a page may keep silent,
 constexpr auto PazienzaPerMega = 1500ms; // more for large ones, whose layout is one long step
 
-RichiesteAnteprima::Luoghi LuoghiCorrenti()
+QString Posto()
 {
-    const QString &corrente = Stato().FileCorrente;
-    return {Stato().FileAnteprima, corrente.isEmpty() ? QString() : QFileInfo(corrente).absolutePath()};
-}
-
-bool Esiste(const QString &percorso)
-{
-    return QFileInfo::exists(percorso);
+    return RichiesteAnteprima::Posto(Stato().FileCorrente);
 }
 
 } // namespace
@@ -41,8 +35,11 @@ bool Esiste(const QString &percorso)
 Anteprima::Anteprima(FrmAnteprima &finestra, Formato formato, Caricatore caricatore, QObject *parent)
     : QObject(parent), m_finestra(finestra), m_formato(std::move(formato)), m_caricatore(std::move(caricatore))
 {
+    m_partenza.setSingleShot(true);
     m_limite.setSingleShot(true);
     m_silenzio.setSingleShot(true);
+    // Not at once: an opened page becomes the current file right after its first refresh.
+    connect(&m_partenza, &QTimer::timeout, this, [this] { m_motore->Naviga(Stato().FileAnteprima, Posto()); });
     connect(&m_limite, &QTimer::timeout, this, &Anteprima::Interroga);
     connect(&m_silenzio, &QTimer::timeout, this, [this] { Esegui(m_ciclo.Muta()); });
     connect(&m_finestra, &FrmAnteprima::Pronta, this, &Anteprima::CaricaMotore);
@@ -112,7 +109,7 @@ void Anteprima::Esegui(CicloAnteprima::Azione azione)
     }
     m_finestra.MostraAvviso({});
     m_limite.start(Limite);
-    m_motore->Naviga(Stato().FileAnteprima);
+    m_partenza.start(0);
 }
 
 void Anteprima::Interroga()
@@ -125,9 +122,9 @@ void Anteprima::Interroga()
     });
 }
 
-DecisioneRichiesta Anteprima::Decidi(const RichiestaMotore &richiesta) const
+bool Anteprima::Concede(const RichiestaMotore &richiesta) const
 {
-    return RichiesteAnteprima::Decidi(richiesta, LuoghiCorrenti(), Esiste);
+    return RichiesteAnteprima::Concede(richiesta, Posto());
 }
 
 void Anteprima::NavigazioneFinita()
@@ -151,18 +148,14 @@ void Anteprima::TitoloCambiato(const QString &titolo)
 
 void Anteprima::CollegamentoIndicato(const QUrl &indirizzo)
 {
-    const QUrl proprio =
-        indirizzo.isLocalFile() ? RichiesteAnteprima::AlProprioPosto(indirizzo, LuoghiCorrenti(), Esiste) : indirizzo;
-    m_collegamento = proprio.toDisplayString();
+    m_collegamento = indirizzo.toDisplayString();
     MostraStato();
 }
 
 void Anteprima::CollegamentoScelto(const QUrl &indirizzo)
 {
-    const QUrl proprio =
-        indirizzo.isLocalFile() ? RichiesteAnteprima::AlProprioPosto(indirizzo, LuoghiCorrenti(), Esiste) : indirizzo;
-    if (RichiesteAnteprima::Apribile(proprio))
-        QDesktopServices::openUrl(proprio);
+    if (RichiesteAnteprima::Apribile(indirizzo))
+        QDesktopServices::openUrl(indirizzo);
 }
 
 void Anteprima::MostraStato()

@@ -41,7 +41,7 @@ signals:
     void FuocoAllaPagina();
 
 private:
-    DecisioneRichiesta Decidi(const RichiestaMotore &richiesta) const override;
+    bool Concede(const RichiestaMotore &richiesta) const override;
     void NavigazioneFinita() override;
     void DisegnoPerduto() override;
     void TitoloCambiato(const QString &titolo) override;
@@ -59,6 +59,7 @@ private:
     Caricatore m_caricatore;
     std::unique_ptr<MotoreAnteprima> m_motore;
     CicloAnteprima m_ciclo;
+    QTimer m_partenza;
     QTimer m_limite;
     QTimer m_silenzio;
     QString m_titolo;

@@ -17,19 +17,17 @@ struct RichiestaMotore {
         Contenuto ///< bytes that a script would get to read, and everything else
     };
 
-    QUrl indirizzo;
+    QUrl indirizzo; ///< local ones are file addresses
     Tipo tipo = Tipo::Contenuto;
+    bool daRemoto = false; ///< a page from elsewhere, in a frame, asks for it
 };
 
-/// What becomes of a request: as it is, from another place, or not at all.
-struct DecisioneRichiesta {
-    enum class Esito { Concessa, Deviata, Rifiutata };
+Esito esito = Esito::Rifiutata;
+QUrl destinazione; ///< where a diverted request goes; else empty
 
-    Esito esito = Esito::Rifiutata;
-    QUrl destinazione; ///< where a diverted request goes; else empty
-
-    bool operator==(const DecisioneRichiesta &) const = default;
-};
+bool operator==(const DecisioneRichiesta &) const = default;
+}
+;
 
 /// Whom a browser engine serves. Called on the user-interface thread only.
 class OspiteMotore
@@ -37,7 +35,7 @@ class OspiteMotore
 public:
     virtual ~OspiteMotore() = default;
 
-    [[nodiscard]] virtual DecisioneRichiesta Decidi(const RichiestaMotore &richiesta) const = 0;
+    [[nodiscard]] virtual bool Concede(const RichiestaMotore &richiesta) const = 0;
     /// The navigation asked for last came to its end, whether or not the page could be shown.
     virtual void NavigazioneFinita() = 0;
     /// The process that draws the page is gone; the next navigation starts another.
@@ -57,9 +55,10 @@ class MotoreAnteprima
 public:
     virtual ~MotoreAnteprima() = default;
 
-    /// Shows the local file \a percorso from the top, or, when it was shown before, at the place scrolled to. Returns
-    /// at once; a navigation under way is given up.
-    virtual void Naviga(const QString &percorso) = 0;
+    /// Shows the local file \a percorso as if it lay at the absolute path \a posto: from there its relative addresses
+    /// are resolved. The same place again keeps the scroll position. Returns at once; a navigation under way is given
+    /// up.
+    virtual void Naviga(const QString &percorso, const QString &posto) = 0;
     /// Drops the page together with the process that draws it. Nothing is shown until the next navigation.
     virtual void Ricomincia() = 0;
     /// Calls \a risposta when the process that draws the page is free to answer: never, when a script keeps it busy.

@@ -26,69 +26,41 @@ bool Contiene(const Elenco &elenco, const QString &voce)
 QString Percorso(const QUrl &indirizzo)
 {
     const bool qui = indirizzo.host().isEmpty() || indirizzo.host() == u"localhost";
-    return qui ? QDir::cleanPath(indirizzo.path(QUrl::FullyDecoded)) : QString();
+    return qui ? QDir::cleanPath(indirizzo.toLocalFile()) : QString();
 }
 
-bool SottoCartella(const QString &percorso, const QString &cartella)
+bool NellaCartellaDi(const QString &percorso, const QString &posto)
 {
-    const QString prefisso = cartella.endsWith(u'/') ? cartella : cartella + u'/';
-    return percorso.startsWith(prefisso);
-}
-
-QUrl ConPercorso(QUrl indirizzo, const QString &percorso)
-{
-    indirizzo.setPath(percorso, QUrl::DecodedMode);
-    return indirizzo;
+    return percorso.startsWith(posto.left(posto.lastIndexOf(u'/') + 1));
 }
 
 } // namespace
 
-QUrl RichiesteAnteprima::AlProprioPosto(const QUrl &indirizzo, const Luoghi &luoghi, const EsisteFile &esiste)
+QString RichiesteAnteprima::Posto(const QString &corrente)
 {
-    const QString percorso = Percorso(indirizzo);
-    const QString temporanea = QDir::cleanPath(QDir::fromNativeSeparators(luoghi.anteprima));
-    if (percorso.isEmpty() || percorso == temporanea)
-        return indirizzo;
-    const QString da = temporanea.left(std::max<qsizetype>(temporanea.lastIndexOf(u'/'), 1));
-    const QString a = QDir::cleanPath(QDir::fromNativeSeparators(luoghi.cartella));
-    if (!luoghi.cartella.isEmpty() && SottoCartella(percorso, a))
-        return indirizzo; // already there, or named with its full path
-    if (SottoCartella(percorso, da))
-        return luoghi.cartella.isEmpty()
-                   ? QUrl()
-                   : ConPercorso(indirizzo, a + percorso.mid(da.endsWith(u'/') ? da.size() - 1 : da.size()));
-    if (luoghi.cartella.isEmpty())
-        return indirizzo;
-    // Either an absolute address, or one that went up from the page: "../figure/a.png" has left the temporary folder.
-    const QString spostato = QDir::cleanPath(a + u'/' + QDir(da).relativeFilePath(percorso));
-    return esiste(spostato) ? ConPercorso(indirizzo, spostato) : indirizzo;
+    return corrente.isEmpty() ? QDir::rootPath() + u"test.html"_s : QFileInfo(corrente).absoluteFilePath();
 }
 
-DecisioneRichiesta RichiesteAnteprima::Decidi(const RichiestaMotore &richiesta, const Luoghi &luoghi,
-                                              const EsisteFile &esiste)
+bool RichiesteAnteprima::Concede(const RichiestaMotore &richiesta, const QString &posto)
 {
     using Tipo = RichiestaMotore::Tipo;
-    using Esito = DecisioneRichiesta::Esito;
-    const QUrl &indirizzo = richiesta.indirizzo;
-    if (!indirizzo.isLocalFile())
-        return {Contiene(SchemiRemoti, indirizzo.scheme()) ? Esito::Concessa : Esito::Rifiutata, {}};
-    const QString percorso = Percorso(indirizzo);
-    if (richiesta.tipo == Tipo::Pagina)
-        return {percorso == QDir::cleanPath(QDir::fromNativeSeparators(luoghi.anteprima)) ? Esito::Concessa
-                                                                                          : Esito::Rifiutata,
-                {}};
-    if (percorso.isEmpty() || richiesta.tipo == Tipo::Contenuto)
-        return {};
-    const QUrl destinazione = AlProprioPosto(indirizzo, luoghi, esiste);
-    if (destinazione.isEmpty())
-        return {};
-    const QString cartella = QDir::cleanPath(QDir::fromNativeSeparators(luoghi.cartella));
-    if (richiesta.tipo == Tipo::Cornice &&
-        (luoghi.cartella.isEmpty() || !SottoCartella(Percorso(destinazione), cartella)))
-        return {};
-    if (destinazione == indirizzo)
-        return {Esito::Concessa, {}};
-    return {Esito::Deviata, destinazione};
+    if (!richiesta.indirizzo.isLocalFile())
+        return richiesta.tipo != Tipo::Pagina && Contiene(SchemiRemoti, richiesta.indirizzo.scheme());
+    const QString percorso = Percorso(richiesta.indirizzo);
+    if (percorso.isEmpty() || richiesta.daRemoto)
+        return false;
+    switch (richiesta.tipo) {
+    case Tipo::Pagina:
+        return percorso == posto;
+    case Tipo::Cornice:
+        // The place of a page without a file is the root, which is nobody's own folder.
+        return QFileInfo(posto).path() != QDir::rootPath() && NellaCartellaDi(percorso, posto);
+    case Tipo::Risorsa:
+        return true;
+    case Tipo::Contenuto:
+        break;
+    }
+    return false;
 }
 
 bool RichiesteAnteprima::Apribile(const QUrl &indirizzo)

@@ -4,28 +4,17 @@
 
 #include <QString>
 
-#include <functional>
-
-/// What the preview lets a page load and follow. The temporary page lies elsewhere than the page that it shows, so what
-/// the page names relative to itself has to be looked for in the page's own folder.
+/// What the preview lets a page load and follow.
 namespace RichiesteAnteprima
 {
 
-struct Luoghi {
-    QString anteprima; ///< full path of the temporary page
-    QString cartella;  ///< folder of the page itself; empty for a page that has no file
-};
+/// Where the page in the preview lies as far as the page can tell: at the place of its file \a corrente, so that what
+/// it names relative to itself is found; at the root of the file system when it has none, where nothing is found.
+[[nodiscard]] QString Posto(const QString &corrente);
 
-using EsisteFile = std::function<bool(const QString &percorso)>;
-
-/// Local files are given to a page only as pictures, styles, scripts, fonts and media, which no script can read, and,
-/// from its own folder and below, as frames. Remote addresses are open. \a esiste tells addresses with ".." from
-/// absolute ones where both are possible.
-[[nodiscard]] DecisioneRichiesta Decidi(const RichiestaMotore &richiesta, const Luoghi &luoghi,
-                                        const EsisteFile &esiste);
-
-/// What a local address of the temporary page means in the page's own folder; empty for a place beside an unsaved page.
-[[nodiscard]] QUrl AlProprioPosto(const QUrl &indirizzo, const Luoghi &luoghi, const EsisteFile &esiste);
+/// Local files are given to a page, the one at \a posto, only as pictures, styles, scripts, fonts and media, whose
+/// bytes no script gets to see, and, from its own folder and below, as frames. Web addresses are open to it.
+[[nodiscard]] bool Concede(const RichiestaMotore &richiesta, const QString &posto);
 
 /// True when a click may hand \a indirizzo to the system: web and mail addresses, and local files that a browser shows.
 /// Other local files could be programs.

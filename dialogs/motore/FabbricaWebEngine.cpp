@@ -1,10 +1,13 @@
 #include "FabbricaWebEngine.h"
 
 #include "MotoreWebEngine.h"
+#include "SchemaPagina.h"
 
 #include <QCoreApplication>
 #include <QOpenGLContext>
 #include <QQuickWindow>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +31,10 @@ void PreparaContesto()
 
 std::unique_ptr<MotoreAnteprima> FabbricaWebEngine::Crea(OspiteMotore &ospite, QWidget &contenitore)
 {
-    PreparaContesto();
+    if (!std::exchange(m_preparata, true)) {
+        PreparaContesto();
+        SchemaPagina::Registra();
+    }
     // Pages are drawn without OpenGL: it works on every display, and a widget that draws with it would make Qt create
     // the main window anew, with a flicker, while somebody already types in it.
     if (QQuickWindow::sceneGraphBackend() != u"software")

@@ -13,4 +13,7 @@ class FabbricaWebEngine : public QObject, public FabbricaMotore
 
 public:
     [[nodiscard]] std::unique_ptr<MotoreAnteprima> Crea(OspiteMotore &ospite, QWidget &contenitore) override;
+
+private:
+    bool m_preparata = false;
 };

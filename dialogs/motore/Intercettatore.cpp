@@ -1,5 +1,7 @@
 #include "Intercettatore.h"
 
+#include "SchemaPagina.h"
+
 #include "dialogs/MotoreAnteprima.h"
 
 namespace
@@ -34,9 +36,8 @@ Intercettatore::Intercettatore(OspiteMotore &ospite, QObject *parent)
 
 void Intercettatore::interceptRequest(QWebEngineUrlRequestInfo &richiesta)
 {
-    const DecisioneRichiesta decisione = m_ospite.Decidi({richiesta.requestUrl(), TipoDi(richiesta.resourceType())});
-    if (decisione.esito == DecisioneRichiesta::Esito::Rifiutata)
+    const QString origine = richiesta.initiator().scheme();
+    if (!m_ospite.Concede({SchemaPagina::AFile(richiesta.requestUrl()), TipoDi(richiesta.resourceType()),
+                           origine == u"http" || origine == u"https"}))
         richiesta.block(true);
-    else if (decisione.esito == DecisioneRichiesta::Esito::Deviata)
-        richiesta.redirect(decisione.destinazione);
 }

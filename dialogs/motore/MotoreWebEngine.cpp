@@ -2,6 +2,7 @@
 
 #include "Intercettatore.h"
 #include "PaginaWeb.h"
+#include "SchemaPagina.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -44,6 +45,8 @@ void MotoreWebEngine::CreaProfilo()
     m_profilo->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
     m_profilo->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
     m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, m_profilo));
+    m_schema = new SchemaPagina(m_profilo);
+    m_profilo->installUrlSchemeHandler(SchemaPagina::Nome(), m_schema);
     m_profilo->setNotificationPresenter([](auto) {});
     connect(m_profilo, &QWebEngineProfile::downloadRequested, this,
             [](QWebEngineDownloadRequest *scaricamento) { scaricamento->cancel(); });
@@ -77,17 +80,18 @@ void MotoreWebEngine::CreaPagina()
         m_ospite.TitoloCambiato(m_pagina->url().toString().endsWith(titolo) ? QString() : titolo);
     });
     connect(m_pagina, &QWebEnginePage::linkHovered, this,
-            [this](const QString &indirizzo) { m_ospite.CollegamentoIndicato(QUrl(indirizzo)); });
+            [this](const QString &indirizzo) { m_ospite.CollegamentoIndicato(SchemaPagina::AFile(QUrl(indirizzo))); });
     connect(m_pagina, &PaginaWeb::CollegamentoScelto, this,
-            [this](const QUrl &indirizzo) { m_ospite.CollegamentoScelto(indirizzo); });
+            [this](const QUrl &indirizzo) { m_ospite.CollegamentoScelto(SchemaPagina::AFile(indirizzo)); });
     m_vista->setPage(m_pagina);
     delete vecchia;
     TogliFuoco(m_vista);
 }
 
-void MotoreWebEngine::Naviga(const QString &percorso)
+void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto)
 {
-    m_pagina->Mostra(QUrl::fromLocalFile(percorso));
+    m_schema->Imposta(percorso, posto);
+    m_pagina->Mostra(SchemaPagina::DaPercorso(posto));
 }
 
 void MotoreWebEngine::Ricomincia()

@@ -8,6 +8,7 @@
 
 class PaginaWeb;
 class QWebEngineProfile;
+class SchemaPagina;
 class QWebEngineView;
 
 /// The engine: a view, a profile that is never written, and the page, which is replaced when it does not answer.
@@ -19,7 +20,7 @@ public:
     MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore);
     ~MotoreWebEngine() override;
 
-    void Naviga(const QString &percorso) override;
+    void Naviga(const QString &percorso, const QString &posto) override;
     void Ricomincia() override;
     void Interroga(std::function<void()> risposta) override;
 
@@ -33,6 +34,7 @@ private:
     OspiteMotore &m_ospite;
     QWidget &m_contenitore;
     QWebEngineProfile *m_profilo = nullptr;
+    SchemaPagina *m_schema = nullptr;
     PaginaWeb *m_pagina = nullptr;
     QWebEngineView *m_vista = nullptr;
 };
