@@ -147,6 +147,8 @@ void Comandi::Esegui(const QString &comando)
     const auto trovato = m_comandi.constFind(comando);
     if (trovato == m_comandi.constEnd() || !trovato->azione || !trovato->abilitato)
         return;
+    if (m_freno && m_freno())
+        return;
     // A copy: the command may connect others.
     const std::function<void()> azione = trovato->azione;
     azione();

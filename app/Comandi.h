@@ -31,6 +31,8 @@ public:
     /// Says what a command does. Its items and buttons become enabled.
     void Collega(const QString &comando, std::function<void()> azione);
     void Abilita(const QString &comando, bool abilitato);
+    /// Asked before every command; true: not now.
+    void ImpostaFreno(std::function<bool()> freno) { m_freno = std::move(freno); }
     /// Does nothing for a command that is disabled or unknown.
     void Esegui(const QString &comando);
 
@@ -50,4 +52,5 @@ private:
 
     QHash<QString, Comando> m_comandi;
     QHash<QString, QMenu *> m_menu;
+    std::function<bool()> m_freno;
 };

@@ -48,6 +48,11 @@ void Domande::Avverti(QWidget *finestra, const QString &testo, const QString &de
     Mostra(finestra, QMessageBox::Warning, testo, dettaglio);
 }
 
+void Domande::Semplice(QWidget *finestra, const QString &testo)
+{
+    Mostra(finestra, QMessageBox::NoIcon, testo);
+}
+
 void Domande::Critico(QWidget *finestra, const QString &testo)
 {
     Mostra(finestra, QMessageBox::Critical, testo);

@@ -50,6 +50,6 @@ int Finestre::Main(int argc, char **argv)
 
     const QString pagina = riga.pagine.isEmpty() ? QString() : QFileInfo(riga.pagine.constFirst()).absoluteFilePath();
     FrmStart finestra(pagina);
-    Segnali::AllaFine(&applicazione, [] { QCoreApplication::quit(); });
+    Segnali::AllaFine(&applicazione, [&finestra] { finestra.FineDalSistema(); });
     return QApplication::exec();
 }

@@ -1,9 +1,12 @@
 #include "app/FrmStart.h"
 
+#include "app/AvanzamentoFinestra.h"
 #include "app/Comandi.h"
 #include "app/DisposizioneBarre.h"
 #include "app/DisposizioneFinestre.h"
+#include "app/Domande.h"
 #include "app/ModuloDichiarazioni.h"
+#include "app/OffertaRecupero.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
 #include "app/TempoCaricamento.h"
@@ -12,9 +15,15 @@
 #include "dialogs/Anteprima.h"
 #include "dialogs/CaricaMotore.h"
 #include "dialogs/FrmAnteprima.h"
+#include "dialogs/FrmTrova.h"
 #include "dialogs/PaginaAnteprima.h"
 #include "dialogs/PaginaVuota.h"
 #include "editor/FrmPaginaHTML.h"
+#include "editor/Recupero.h"
+#include "editor/clsUndo.h"
+#include "html/FrmControlloSintassi.h"
+#include "html/Risultati.h"
+#include "html/VerificaSintassi.h"
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
 
@@ -27,6 +36,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QScreen>
 #include <QScopedValueRollback>
 #include <QShortcut>
@@ -42,6 +52,7 @@ namespace
 {
 
 constexpr int IntervalloRivelazione = 10; // ms
+constexpr int PausaAnnulla = 250;         // ms
 
 QSize InTwip(QSize pixel)
 {
@@ -71,6 +82,8 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
     CostruisciStato();
     CostruisciFinestreInterne();
     CollegaPagina();
+    CollegaModifica();
+    CollegaControllo();
     CollegaComandi();
     AggiornaMenuModifica(m_hwndPad);
     AggiornaTitolo();
@@ -153,12 +166,9 @@ void FrmStart::CostruisciFinestreInterne()
     m_documento->setWindowIcon(ModuloGrafica::Icona(u"documento"));
     m_pad = m_documento->RichPad();
     m_hwndPad = m_pad->hWnd();
-    m_risultati = new QWidget;
-    m_risultati->setObjectName(u"FrmControlloSintassi"_s);
-    m_risultati->setWindowTitle(Messaggio(64));
+    m_risultati = new FrmControlloSintassi;
     m_risultati->setWindowIcon(ModuloGrafica::Icona(u"risultati"));
     auto *anteprima = new FrmAnteprima;
-    ModuloGrafica::Decora(*m_risultati);
     m_finestraAnteprima = aggiungi(anteprima);
     CollegaAnteprima(*anteprima);
     m_finestraRisultati = aggiungi(m_risultati);
@@ -192,14 +202,56 @@ void FrmStart::CollegaPagina()
     connect(m_pagina, &PaginaCorrente::TitoloCambiato, this, &FrmStart::AggiornaTitolo);
     connect(m_pagina, &PaginaCorrente::Avviso, this, [this](const QString &testo) { m_pannello1->setText(testo); });
     connect(m_pagina, &PaginaCorrente::NascondiAnteprima, this, [this] { AggiornaAnteprima(true); });
+    connect(m_pagina, &PaginaCorrente::InApertura, this, [] { ModuloVerificaSintassi::AzzeraRisultati(); });
     connect(m_pagina, &PaginaCorrente::Caricata, this, [this] {
         m_pannello1->clear();
+        ControllaSintassi();
         AggiornaAnteprima(false);
     });
+    connect(m_pagina, &PaginaCorrente::Salvata, this, [this] { m_recupero->Salvata(); });
     connect(m_pagina, &PaginaCorrente::Aperta, this, [this](const QString &percorso) {
         MostraTempoCaricamento(percorso);
         m_pannelloCodifica->setText(m_pagina->Formato().codifica);
         m_pannelloCodifica->setToolTip(Messaggio(219).arg(m_pagina->Formato().codifica));
+        m_recupero->ImpostaCodifica(m_pagina->Formato().codifica);
+        m_recupero->Salvata();
+    });
+}
+
+void FrmStart::CollegaModifica()
+{
+    m_undo = new clsUndo(this);
+    m_undo->Attach(this, m_pad, PausaAnnulla);
+    connect(m_undo, &clsUndo::StatoCambiato, this, [this] { AggiornaMenuModifica(m_hwndPad); });
+    m_recupero = new Recupero(m_pad, {}, Recupero::Pausa, this);
+    m_comandi->Collega(u"MenuEdit(0)"_s, [this] {
+        m_undo->AnnullaComando();
+        m_pad->setFocus();
+        AggiornaMenuModifica(m_hwndPad);
+    });
+    m_comandi->Collega(u"MenuEdit(1)"_s, [this] {
+        m_undo->RipristinaComando();
+        m_pad->setFocus();
+        AggiornaMenuModifica(m_hwndPad);
+    });
+    m_comandi->Collega(u"MenuEdit(10)"_s, [this] { Trova(FrmTrova::Trova); });
+    m_comandi->Collega(u"MenuEdit(11)"_s, [this] { Trova(FrmTrova::RipetiTrova); });
+    m_comandi->Collega(u"MenuEdit(12)"_s, [this] { Trova(FrmTrova::Sostituisci); });
+}
+
+void FrmStart::CollegaControllo()
+{
+    ModuloVerificaSintassi::ImpostaAvanzamento([questo = QPointer<FrmStart>(this)](const QString &etichetta, qsizetype massimo) {
+        return std::make_unique<AvanzamentoFinestra>(questo, etichetta, massimo);
+    });
+    connect(m_risultati, &FrmControlloSintassi::RisultatoScelto, this,
+            [this](qint32 posizione) { m_risultati->Vai_A_Pos(posizione, *m_pad); });
+    m_comandi->Collega(u"MenuStrumenti(0)"_s, [this] { ControllaSintassi(); });
+    // While a check lets events run, no command may touch the page under it.
+    m_comandi->ImpostaFreno([this] {
+        if (Stato().ControlloInCorso)
+            m_pannello1->setText(Messaggio(342));
+        return Stato().ControlloInCorso;
     });
 }
 
@@ -229,11 +281,25 @@ void FrmStart::CollegaComandi()
 
 void FrmStart::Avvia()
 {
-    if (m_daAprire.isEmpty()) {
+    if (!m_documento->ErroreBase().isEmpty())
+        Domande::Semplice(this, m_documento->ErroreBase());
+    if (OffriRecupero())
+        return;
+    if (m_daAprire.isEmpty() || (!m_pagina->Apri(m_daAprire) && Stato().FileCorrente.isEmpty()))
         Nuovo();
-    } else if (!m_pagina->Apri(m_daAprire) && Stato().FileCorrente.isEmpty()) {
-        Nuovo();
-    }
+    // What the program starts with is where the history begins.
+    m_undo->Reset();
+    AggiornaMenuModifica(m_hwndPad);
+}
+
+bool FrmStart::OffriRecupero()
+{
+    const std::optional<PaginaRecuperata> recuperata = OffertaRecupero::Chiedi(this, [this](const PaginaRecuperata &pagina) {
+        m_undo->Reset();
+        m_pagina->Recupera(pagina);
+        m_recupero->ScriviOra();
+    });
+    return recuperata.has_value();
 }
 
 void FrmStart::Rivela()
@@ -278,9 +344,12 @@ void FrmStart::Nuovo()
     if (!m_pagina->ChiediSalvataggio())
         return;
     m_pad->ImpostaText(PaginaVuota::Testo());
+    ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, false);
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
     m_pagina->Iniziata();
+    m_recupero->ImpostaCodifica({});
+    m_recupero->Salvata();
     m_pannelloCodifica->clear();
     AggiornaAnteprima(false);
     MostraTempoCaricamento(Stato().FileAnteprima);
@@ -300,6 +369,8 @@ void FrmStart::AggiornaMenuModifica(Hwnd hwnd)
     for (const int indice : {3, 4, 6})
         m_comandi->Abilita(u"MenuEdit(%1)"_s.arg(indice), selezione);
     m_comandi->Abilita(u"MenuEdit(5)"_s, controllo->PuoIncollare());
+    m_comandi->Abilita(u"MenuEdit(0)"_s, m_undo->CanUndo());
+    m_comandi->Abilita(u"MenuEdit(1)"_s, m_undo->CanRedo());
 }
 
 void FrmStart::EseguiComandoModifica(int indice, Hwnd hwnd)
@@ -327,6 +398,23 @@ void FrmStart::EseguiComandoModifica(int indice, Hwnd hwnd)
         break;
     }
     AggiornaMenuModifica(hwnd);
+}
+
+void FrmStart::ControllaSintassi()
+{
+    m_risultati->Svuota();
+    ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, true);
+}
+
+void FrmStart::Trova(quint8 modalita)
+{
+    if (!m_trova) {
+        m_trova = new FrmTrova(this);
+        // All that one replace changes is one step back.
+        connect(m_trova, &FrmTrova::SostituzioneImminente, m_undo, &clsUndo::TakeUndoSnapShot);
+        connect(m_trova, &FrmTrova::SostituzioneFatta, m_undo, &clsUndo::TakeUndoSnapShot);
+    }
+    m_trova->Init(m_pad, modalita);
 }
 
 void FrmStart::MostraTempoCaricamento(const QString &file)
@@ -374,10 +462,19 @@ void FrmStart::Esci()
     close();
 }
 
+void FrmStart::FineDalSistema()
+{
+    m_recupero->Lascia();
+    QCoreApplication::quit();
+}
+
 void FrmStart::closeEvent(QCloseEvent *evento)
 {
-    if (m_pagina->ChiediSalvataggio())
-        evento->accept();
-    else
+    if (Stato().ControlloInCorso || !m_pagina->ChiediSalvataggio()) {
         evento->ignore();
+        return;
+    }
+    m_recupero->Chiudi();
+    evento->accept();
+    QCoreApplication::quit(); // the find dialog may still be open
 }

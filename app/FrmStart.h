@@ -5,15 +5,19 @@
 #include "platform/RichTextBox.h"
 
 class Anteprima;
+class clsUndo;
 class Comandi;
 class FrmAnteprima;
+class FrmControlloSintassi;
 class FrmPaginaHTML;
+class FrmTrova;
 class PaginaCorrente;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QTimer;
+class Recupero;
 
 /// The main window: a frame around the document window, the results and the preview. It arranges; what the commands do
 /// stands with the objects that it holds.
@@ -32,10 +36,13 @@ public:
     void Nuovo();
     /// Brings the edit commands in line with what the control can do now; keeps still while a check runs.
     void AggiornaMenuModifica(Hwnd hwnd);
+    /// The host ends the program: what is not saved is left to be recovered, nothing is asked.
+    void FineDalSistema();
 
     [[nodiscard]] FrmPaginaHTML *Documento() const { return m_documento; }
     [[nodiscard]] RichTextBox *PadCorrente() const { return m_pad; }
     [[nodiscard]] Hwnd HwndPad() const { return m_hwndPad; }
+    [[nodiscard]] clsUndo *UndoRTB() const { return m_undo; }
     [[nodiscard]] Comandi &ElencoComandi() const { return *m_comandi; }
 
 signals:
@@ -53,6 +60,8 @@ private:
     void CollegaAnteprima(FrmAnteprima &finestra);
     void CollegaComandi();
     void CollegaPagina();
+    void CollegaModifica();
+    void CollegaControllo();
     void Disponi(bool ancheDocumento);
     void Rivela();
     void Avvia();
@@ -63,11 +72,17 @@ private:
     void AggiornaAnteprima(bool nascondi);
     void VaiARiga();
     void Esci();
+    void ControllaSintassi();
+    void Trova(quint8 modalita);
+    bool OffriRecupero();
 
     Comandi *m_comandi = nullptr;
     PaginaCorrente *m_pagina = nullptr;
     FrmPaginaHTML *m_documento = nullptr;
-    QWidget *m_risultati = nullptr;
+    FrmControlloSintassi *m_risultati = nullptr;
+    clsUndo *m_undo = nullptr;
+    FrmTrova *m_trova = nullptr;
+    Recupero *m_recupero = nullptr;
     Anteprima *m_anteprima = nullptr;
     RichTextBox *m_pad = nullptr;
     Hwnd m_hwndPad = 0;

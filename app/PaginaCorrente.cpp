@@ -3,6 +3,8 @@
 #include "app/Domande.h"
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
+#include "dialogs/PaginaVuota.h"
+#include "editor/Recupero.h"
 #include "platform/Dialoghi.h"
 #include "platform/File_System.h"
 #include "platform/RichTextBox.h"
@@ -140,6 +142,8 @@ bool PaginaCorrente::Scrivi(const QString &percorso)
         emit Avviso(Messaggio(206).arg(esito.sostituiti).arg(m_formato.codifica));
     else
         emit Avviso(Messaggio(209).arg(QDir::toNativeSeparators(percorso)));
+    if (esito.esito == ModuloPrincipale::EsitoScrittura::Scritto)
+        emit Salvata();
     return true;
 }
 
@@ -173,6 +177,24 @@ void PaginaCorrente::Iniziata()
 {
     m_formato = {};
     Stato().TestoSalvato = m_pad->Text();
+}
+
+void PaginaCorrente::Recupera(const PaginaRecuperata &pagina)
+{
+    emit InApertura();
+    // Compared with what is on the disk, the page is modified: closing will ask.
+    QString salvato;
+    FormatoPagina formato;
+    if (pagina.FileCorrente.isEmpty() || !ModuloPrincipale::LeggiFile(pagina.FileCorrente, salvato, &formato))
+        salvato = PaginaVuota::Testo();
+    if (formato.codifica.isEmpty())
+        formato.codifica = pagina.codifica;
+    m_pad->ImpostaText(pagina.testo);
+    m_formato = formato;
+    emit Caricata();
+    Stato().FileCorrente = pagina.FileCorrente;
+    Stato().TestoSalvato = salvato;
+    emit TitoloCambiato();
 }
 
 QString PaginaCorrente::Nome() const

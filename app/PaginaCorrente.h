@@ -6,6 +6,7 @@
 
 class RichTextBox;
 class QWidget;
+struct PaginaRecuperata;
 
 /// The one page: opening, saving, and whether it counts as modified. Tells the user what went wrong; the page then
 /// stays as it was.
@@ -30,6 +31,8 @@ public:
     [[nodiscard]] bool Modificata() const;
     /// A page that has no file is in the editor: \a formato of the next save is taken from the page itself.
     void Iniziata();
+    /// The page that a killed program left behind: it counts as modified.
+    void Recupera(const PaginaRecuperata &pagina);
     /// File name of the current file, or the name of a page without one.
     [[nodiscard]] QString Nome() const;
     /// What the main window's title bar says.
@@ -43,6 +46,8 @@ signals:
     void Caricata();
     /// An opened page has become the current file.
     void Aperta(const QString &percorso);
+    /// The page stands in a file as it is now.
+    void Salvata();
     void TitoloCambiato();
     /// For the status bar.
     void Avviso(const QString &testo);

@@ -4,6 +4,7 @@
 #include "app/TabellaLingua.h"
 #include "chrome/Colori.h"
 #include "editor/MargineRighe.h"
+#include "html/ModuloTag.h"
 #include "platform/Misure.h"
 
 #include <QGuiApplication>
@@ -60,6 +61,9 @@ void FrmPaginaHTML::Carica()
     m_pad->ImpostaSelBold(false);
     m_pad->ImpostaSelItalic(false);
     Stato().ControlloInCorso = false;
+    m_erroreBase =
+        ModuloTag::CaricaTag(ModuloDichiarazioni::PercorsoIn(ModuloDichiarazioni::CartellaProgramma(), u"tag html.db"))
+            .messaggio;
     Stato().FinestraPronta = false;
 }
 

@@ -18,6 +18,9 @@ public:
 
     [[nodiscard]] RichTextBox *RichPad() const { return m_pad; }
 
+    /// Why the knowledge base could not be loaded whole; empty when it was.
+    [[nodiscard]] const QString &ErroreBase() const { return m_erroreBase; }
+
     /// The window has become the active one: the first time after loading, the page is started.
     void Attiva();
 
@@ -57,5 +60,6 @@ private:
     RichTextBox *m_pad;
     MargineRighe *m_margine;
     QTimer *m_timer;
+    QString m_erroreBase;
     int m_ultimaPrimaRiga = 0; ///< 1-based first visible line that the timer drew the gutter for
 };

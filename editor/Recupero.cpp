@@ -241,8 +241,20 @@ void Recupero::ScriviOra()
     m_scrittore.waitForDone();
 }
 
+void Recupero::Lascia()
+{
+    if (m_chiuso)
+        return;
+    ScriviOra();
+    m_chiuso = true;
+    m_file.clear();
+    m_chiave.reset();
+}
+
 void Recupero::Chiudi()
 {
+    if (m_chiuso)
+        return;
     m_chiuso = true;
     m_timer.stop();
     AccodaRimozione();

@@ -66,6 +66,9 @@ public:
     /// The program ends in order: the recovery file goes. Nothing is written any more.
     void Chiudi();
 
+    /// The program ends without asking: what is not saved is written and left for the next start.
+    void Lascia();
+
     /// The folder of the recovery files in the user's data folder.
     [[nodiscard]] static QString CartellaUtente();
     /// Pages left behind by programs that no longer run, the newest first. What cannot be read is left out.

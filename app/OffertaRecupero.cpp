@@ -1,0 +1,53 @@
+#include "app/OffertaRecupero.h"
+
+#include "app/TabellaLingua.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using ModuloPrincipale::Messaggio;
+
+namespace
+{
+
+enum class Risposta { Recupera, Scarta, Dopo };
+
+Risposta Domanda(QWidget *finestra, const PaginaRecuperata &pagina)
+{
+    const QString nome = pagina.FileCorrente.isEmpty() ? Messaggio(216) : pagina.FileCorrente;
+    QMessageBox domanda(QMessageBox::Question, QApplication::applicationName(),
+                        Messaggio(213).arg(nome, QLocale().toString(pagina.quando, QLocale::ShortFormat)),
+                        QMessageBox::NoButton, finestra);
+    domanda.setObjectName(u"DomandaRecupero"_s);
+    domanda.setTextFormat(Qt::PlainText);
+    const QAbstractButton *recupera = domanda.addButton(Messaggio(211), QMessageBox::AcceptRole);
+    const QAbstractButton *scarta = domanda.addButton(Messaggio(212), QMessageBox::DestructiveRole);
+    domanda.exec();
+    if (domanda.clickedButton() == recupera)
+        return Risposta::Recupera;
+    return domanda.clickedButton() == scarta ? Risposta::Scarta : Risposta::Dopo;
+}
+
+} // namespace
+
+std::optional<PaginaRecuperata>
+OffertaRecupero::Chiedi(QWidget *finestra, const std::function<void(const PaginaRecuperata &)> &prendi)
+{
+    for (VoceRecupero &voce : Recupero::DaOffrire()) {
+        const std::optional<PaginaRecuperata> pagina = Recupero::Leggi(voce);
+        if (!pagina)
+            continue;
+        const Risposta risposta = Domanda(finestra, *pagina);
+        if (risposta == Risposta::Dopo)
+            continue;
+        if (risposta == Risposta::Recupera)
+            prendi(*pagina);
+        Recupero::Scarta(std::move(voce));
+        if (risposta == Risposta::Recupera)
+            return pagina;
+    }
+    return std::nullopt;
+}
