@@ -241,9 +241,10 @@ void FrmStart::CollegaModifica()
 
 void FrmStart::CollegaControllo()
 {
-    ModuloVerificaSintassi::ImpostaAvanzamento([questo = QPointer<FrmStart>(this)](const QString &etichetta, qsizetype massimo) {
-        return std::make_unique<AvanzamentoFinestra>(questo, etichetta, massimo);
-    });
+    ModuloVerificaSintassi::ImpostaAvanzamento(
+        [questo = QPointer<FrmStart>(this)](const QString &etichetta, qsizetype massimo) {
+            return std::make_unique<AvanzamentoFinestra>(questo, etichetta, massimo);
+        });
     connect(m_risultati, &FrmControlloSintassi::RisultatoScelto, this,
             [this](qint32 posizione) { m_risultati->Vai_A_Pos(posizione, *m_pad); });
     m_comandi->Collega(u"MenuStrumenti(0)"_s, [this] { ControllaSintassi(); });
@@ -294,11 +295,12 @@ void FrmStart::Avvia()
 
 bool FrmStart::OffriRecupero()
 {
-    const std::optional<PaginaRecuperata> recuperata = OffertaRecupero::Chiedi(this, [this](const PaginaRecuperata &pagina) {
-        m_undo->Reset();
-        m_pagina->Recupera(pagina);
-        m_recupero->ScriviOra();
-    });
+    const std::optional<PaginaRecuperata> recuperata =
+        OffertaRecupero::Chiedi(this, [this](const PaginaRecuperata &pagina) {
+            m_undo->Reset();
+            m_pagina->Recupera(pagina);
+            m_recupero->ScriviOra();
+        });
     return recuperata.has_value();
 }
 

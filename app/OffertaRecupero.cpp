@@ -33,8 +33,8 @@ Risposta Domanda(QWidget *finestra, const PaginaRecuperata &pagina)
 
 } // namespace
 
-std::optional<PaginaRecuperata>
-OffertaRecupero::Chiedi(QWidget *finestra, const std::function<void(const PaginaRecuperata &)> &prendi)
+std::optional<PaginaRecuperata> OffertaRecupero::Chiedi(QWidget *finestra,
+                                                        const std::function<void(const PaginaRecuperata &)> &prendi)
 {
     for (VoceRecupero &voce : Recupero::DaOffrire()) {
         const std::optional<PaginaRecuperata> pagina = Recupero::Leggi(voce);

@@ -12,7 +12,8 @@ namespace OffertaRecupero
 {
 
 /// Asks about each page left behind, the newest first, until one is taken; \a prendi puts it into the editor, and its
-/// recovery file goes only afterwards. Pages that the user discards are gone; none is when the question is not answered.
+/// recovery file goes only afterwards. Pages that the user discards are gone; none is when the question is not
+/// answered.
 std::optional<PaginaRecuperata> Chiedi(QWidget *finestra, const std::function<void(const PaginaRecuperata &)> &prendi);
 
 } // namespace OffertaRecupero

@@ -4,6 +4,7 @@
 #include "app/TabellaLingua.h"
 #include "chrome/Colori.h"
 #include "editor/MargineRighe.h"
+#include "editor/TastiPagina.h"
 #include "html/ModuloTag.h"
 #include "platform/Misure.h"
 
@@ -22,10 +23,6 @@ namespace
 constexpr int MargineDisegnato = 435; // twips, until the first resize
 constexpr int Margine = 540;
 constexpr double CorpoCarattere = 10; // points
-
-constexpr int TastoInvio = 13;
-constexpr int TastoSpazio = 32;
-constexpr int SoloCtrl = 2;
 
 } // namespace
 
@@ -79,8 +76,8 @@ void FrmPaginaHTML::CollegaEventi()
         emit StatoModificaCambiato(m_pad->hWnd());
         ridisegnaSeLibero();
     });
-    connect(m_pad, &RichTextBox::KeyDown, this, &FrmPaginaHTML::TastoPremuto);
-    connect(m_pad, &RichTextBox::KeyUp, this, &FrmPaginaHTML::TastoRilasciato);
+    connect(new TastiPagina(m_pad), &TastiPagina::AnteprimaRichiesta, this, &FrmPaginaHTML::AnteprimaRichiesta);
+    connect(m_pad, &RichTextBox::KeyUp, this, [this] { emit StatoModificaCambiato(m_pad->hWnd()); });
     connect(m_pad, &RichTextBox::MouseDown, this, [this](int bottone, int, QPoint dove) {
         if (bottone != 2)
             return;
@@ -163,19 +160,6 @@ void FrmPaginaHTML::Pad_Vai_A_Riga(int line_number)
 int FrmPaginaHTML::Pad_Ultima_Riga_Selezionata(int lIndex) const
 {
     return m_pad->GetLineFromChar(lIndex);
-}
-
-void FrmPaginaHTML::TastoPremuto(EventoTasto *tasto)
-{
-    if (tasto->codice == TastoSpazio && tasto->shift == SoloCtrl)
-        tasto->codice = 0;
-}
-
-void FrmPaginaHTML::TastoRilasciato(EventoTasto *tasto)
-{
-    if (tasto->codice == TastoInvio || tasto->codice == TastoSpazio)
-        emit AnteprimaRichiesta(false);
-    emit StatoModificaCambiato(m_pad->hWnd());
 }
 
 void FrmPaginaHTML::ScorrimentoForseCambiato()

@@ -53,8 +53,6 @@ private:
     void Carica();
     void CollegaEventi();
     void Disponi();
-    void TastoPremuto(EventoTasto *tasto);
-    void TastoRilasciato(EventoTasto *tasto);
     void ScorrimentoForseCambiato();
 
     RichTextBox *m_pad;

@@ -101,6 +101,7 @@ void TstFrmStart::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QApplication::setQuitOnLastWindowClosed(false);
+    QVERIFY(QFile::copy(QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db"), Percorso(u"tag html.db"_s)));
 }
 
 void TstFrmStart::init()

@@ -239,7 +239,7 @@ void TstTabellaLingua::numberOutOfRange()
     scrivi(cartella, u"Editor_Eng.dat"_s, QByteArray("0000=testo\n").repeated(1001));
     QCOMPARE(CaricaLingua(cartella.path(), LinguaInglese).errore, QString());
     QCOMPARE(Messaggio(UltimoMessaggio), u"testo"_s);
-#ifdef QT_NO_DEBUG // a debug build stops at the wrong number instead
+#if defined(QT_NO_DEBUG) && !defined(QT_FORCE_ASSERTS) // a debug build stops at the wrong number instead
     QCOMPARE(Messaggio(-1), QString());
     QCOMPARE(Messaggio(UltimoMessaggio + 1), QString());
     QCOMPARE(Messaggio(std::numeric_limits<qint16>::min()), QString());
