@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QHash>
 #include <QPlainTextEdit>
 
 #include "platform/Aspetto.h"
@@ -153,6 +154,7 @@ signals:
     void KeyDown(EventoTasto *tasto);
     /// Before a character is typed. A handler may replace the character, or swallow it (0).
     void KeyPress(char16_t *carattere);
+    /// After a key was let go, with the code, text and shift state of its press.
     void KeyUp(EventoTasto *tasto);
     /// \a bottone: 1 left, 2 right, 4 middle.
     void MouseDown(int bottone, int shift, QPoint dove);
@@ -232,6 +234,7 @@ private:
     bool m_ridisegnoChiesto = false;
     std::optional<std::pair<int, Aspetto>> m_battitura; ///< typing look and the caret position that it holds for
     int m_ultimoBlocco = -1;                            ///< block of the last change, to be put in order afterwards
+    QHash<quint64, EventoTasto> m_premuti; ///< keys that are down, as they were pressed
     std::pair<int, int> m_selezione{0, 0};
     Hwnd m_hwnd = 0;
 

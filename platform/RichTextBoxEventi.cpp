@@ -35,6 +35,7 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
     EventoTasto tasto = Tastiera::DaQt(*evento);
     const int codice = tasto.codice;
     const QPointer<RichTextBox> questo(this);
+    m_premuti.insert(Tastiera::Identita(*evento), tasto);
     emit KeyDown(&tasto);
     if (!questo)
         return;
@@ -86,7 +87,10 @@ void RichTextBox::keyReleaseEvent(QKeyEvent *evento)
     // A key held down is released once.
     if (evento->isAutoRepeat())
         return;
-    EventoTasto tasto = Tastiera::DaQt(*evento);
+    // Who types "<" or Ctrl+Space may let go of Shift or Ctrl first: the key is still the one that was pressed.
+    EventoTasto tasto = m_premuti.take(Tastiera::Identita(*evento));
+    if (tasto.codice == 0)
+        tasto = Tastiera::DaQt(*evento);
     emit KeyUp(&tasto);
 }
 
@@ -121,6 +125,8 @@ void RichTextBox::contextMenuEvent(QContextMenuEvent *evento)
 void RichTextBox::focusOutEvent(QFocusEvent *evento)
 {
     QPlainTextEdit::focusOutEvent(evento);
+    // Keys released elsewhere are not heard of here.
+    m_premuti.clear();
     emit LostFocus();
 }
 

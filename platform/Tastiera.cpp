@@ -79,6 +79,11 @@ int Tastiera::StatoShift(Qt::KeyboardModifiers modificatori)
            (modificatori & Qt::AltModifier ? 4 : 0);
 }
 
+quint64 Tastiera::Identita(const QKeyEvent &evento)
+{
+    return evento.nativeScanCode() != 0 ? evento.nativeScanCode() : quint64(evento.key()) << 32;
+}
+
 EventoTasto Tastiera::DaQt(const QKeyEvent &evento)
 {
     EventoTasto tasto;

@@ -1,10 +1,12 @@
 #include "app/ModuloDichiarazioni.h"
 #include "editor/FrmPaginaHTML.h"
 #include "editor/MargineRighe.h"
+#include "html/FrmComplete.h"
 #include "platform/Misure.h"
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +23,7 @@ private slots:
     void firstActivationOnly();
     void keys();
     void selectionStaysVisible();
+    void completionByKeys();
 };
 
 void TstFrmPaginaHTML::layout()
@@ -177,6 +180,44 @@ void TstFrmPaginaHTML::selectionStaysVisible()
     QFocusEvent perso(QEvent::FocusOut);
     QCoreApplication::sendEvent(pad, &perso);
     QVERIFY(evidenziati() > senza + 20);
+}
+
+// Typing "<" offers the tags, the accepted one its attributes, and "=" the values.
+void TstFrmPaginaHTML::completionByKeys()
+{
+    ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
+    FrmPaginaHTML finestra;
+    QCOMPARE(finestra.ErroreBase(), QString());
+    finestra.resize(600, 300);
+    finestra.show();
+    finestra.activateWindow();
+    RichTextBox *pad = finestra.RichPad();
+    pad->setFocus();
+    pad->ImpostaText(u"<BODY>\r\n"_s);
+    pad->ImpostaSelStart(8);
+    const QList<QPair<int, QString>> tasti{{Qt::Key_T, u"t"_s}, {Qt::Key_D, u"d"_s},      {Qt::Key_Return, u"\r"_s},
+                                           {Qt::Key_A, u"a"_s}, {Qt::Key_L, u"l"_s},      {Qt::Key_Return, u"\r"_s},
+                                           {Qt::Key_C, u"c"_s}, {Qt::Key_Return, u"\r"_s}};
+    int prossimo = 0;
+    QTimer dita;
+    connect(&dita, &QTimer::timeout, pad, [&] {
+        if (!FrmComplete::Corrente() || prossimo == tasti.size())
+            return;
+        const auto &[tasto, testo] = tasti[prossimo++];
+        QTest::sendKeyEvent(QTest::Click, pad, Qt::Key(tasto), testo, Qt::NoModifier);
+    });
+    dita.start(0);
+    QTest::keyClick(pad, '<');
+    QTRY_COMPARE(pad->Text(), u"<BODY>\r\n<TD align"_s);
+    QTest::keyClick(pad, '=');
+    QTRY_COMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"center\" "_s);
+    QCOMPARE(prossimo, int(tasti.size()));
+    QCOMPARE(pad->SelStart(), int(pad->Text().size()) - 1);
+    dita.stop();
+    QTest::keyClick(pad, '>');
+    QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"center\"></TD> "_s);
+    QCOMPARE(pad->AspettoIn(9).colore, 0xC00000u);
+    QCOMPARE(pad->AspettoIn(12).colore, 0xFF00FFu);
 }
 
 QTEST_MAIN(TstFrmPaginaHTML)
