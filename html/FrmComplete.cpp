@@ -261,7 +261,11 @@ void FrmComplete::Disponi()
         m_sopra =
             m_riga.bottom() + serve > area.bottom() && m_riga.top() - area.top() > area.bottom() - m_riga.bottom();
     }
-    QRect posto(0, 0, width(), std::min(altezza, area.height()));
+    // A screen with little room shows fewer rows: the line that is being written stays in view.
+    const int spazio = m_sopra ? m_riga.top() - area.top() - 2 : area.bottom() - m_riga.bottom() - 2;
+    const int riga = DisegnoVoce::Altezza(misure);
+    const int righeIntere = std::max(1, (spazio - 2 * Bordo) / riga);
+    QRect posto(0, 0, width(), std::min(altezza, righeIntere * riga + 2 * Bordo));
     posto.moveLeft(m_riga.left() - DisegnoVoce::RientroTesto - Bordo);
     if (m_sopra)
         posto.moveBottom(m_riga.top() - 2);

@@ -31,7 +31,7 @@ int ModelloVoci::Filtra(const QString &prefisso, int scelta)
     const int tenuta = scelta < 0 ? -1 : m_visibili[size_t(scelta)];
     std::vector<int> iniziano, contengono;
     for (int i = 0; i < int(m_maiuscole.size()); ++i) {
-        if (m_maiuscole[i].startsWith(cercato))
+        if (cercato.isEmpty() || m_maiuscole[i].startsWith(cercato)) // a null name begins with nothing
             iniziano.push_back(i);
         else if (m_maiuscole[i].contains(cercato))
             contengono.push_back(i);

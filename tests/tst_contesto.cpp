@@ -219,7 +219,8 @@ void TstContesto::CostoNelTagNonNellaPagina()
 void TstContesto::CommentiSeguonoLeModifiche()
 {
     RichTextBox editor;
-    editor.ImpostaText(u"<P>text</P>\r\n<!-- x -->\r\n"_s.repeated(50'000));
+    const QString brano = u"<P>text</P>\r\n<!-- x -->\r\n"_s;
+    editor.ImpostaText(brano.repeated(50'000));
     const auto dentro = [&editor](int dove) {
         editor.ImpostaSelStart(dove);
         return ContestoTag::DentroCommento(&editor);
@@ -229,7 +230,8 @@ void TstContesto::CommentiSeguonoLeModifiche()
     const qint64 allInizio = indice.UnitaLette();
     editor.Sostituisci(0, 0, u"<!--"_s); // up to the first "-->"
     QVERIFY(dentro(10));
-    QVERIFY(!dentro(editor.Lunghezza() / 2 - 3));
+    QVERIFY(!dentro(4 + 20'000 * int(brano.size()) + 5));
+    QVERIFY(dentro(4 + 20'000 * int(brano.size()) + 18));
     editor.Sostituisci(editor.Lunghezza(), 0, u"<!--"_s);
     QVERIFY(dentro(editor.Lunghezza()));
     editor.Sostituisci(editor.Lunghezza() - 1, 1, QString()); // "<!-"
