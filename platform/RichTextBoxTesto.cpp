@@ -2,6 +2,8 @@
 
 #include "platform/RichTextBox.h"
 
+#include "platform/Riempimento.h"
+
 #include <QScopedValueRollback>
 #include <QTextBlock>
 
@@ -158,7 +160,9 @@ void RichTextBox::ImpostaText(const QString &testo)
     Brano brano = Dividi(testo, 0);
     {
         const QScopedValueRollback<bool> interno(m_interno, true);
-        setPlainText(brano.perQt);
+        clear();
+        Riempi(*document(), brano.perQt);
+        MuoviCursore(0, 0);
     }
     const int prima = Lunghezza();
     m_testo.assign(reinterpret_cast<const char16_t *>(testo.utf16()), testo.size());
