@@ -22,13 +22,6 @@ struct RichiestaMotore {
     bool daRemoto = false; ///< a page from elsewhere, in a frame, asks for it
 };
 
-Esito esito = Esito::Rifiutata;
-QUrl destinazione; ///< where a diverted request goes; else empty
-
-bool operator==(const DecisioneRichiesta &) const = default;
-}
-;
-
 /// Whom a browser engine serves. Called on the user-interface thread only.
 class OspiteMotore
 {
