@@ -1,4 +1,5 @@
 #include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
 #include "dialogs/Anteprima.h"
 #include "dialogs/CicloAnteprima.h"
 #include "dialogs/FrmAnteprima.h"
@@ -55,6 +56,7 @@ class tst_Anteprima : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void Richieste_data();
     void Richieste();
@@ -77,6 +79,11 @@ private:
     QStringList m_diario;
     OspiteMotore *m_ospite = nullptr;
 };
+
+void tst_Anteprima::initTestCase()
+{
+    QVERIFY(ModuloPrincipale::CaricaImpostazioni(QStringLiteral(CARTELLA_PROGRAMMA)).Riuscito());
+}
 
 void tst_Anteprima::init()
 {
