@@ -4,9 +4,7 @@
 #include "PaginaWeb.h"
 #include "SchemaPagina.h"
 
-#include <QApplication>
 #include <QChildEvent>
-#include <QVBoxLayout>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineNotification>
 #include <QWebEngineProfile>
@@ -131,9 +129,6 @@ bool MotoreWebEngine::eventFilter(QObject *oggetto, QEvent *evento)
         break;
     case QEvent::MouseButtonRelease:
         m_pagina->AnnotaClic();
-        break;
-    case QEvent::FocusIn:
-        qWarning("FOCUSIN %s", oggetto->metaObject()->className());
         break;
     default:
         break;

@@ -3,8 +3,6 @@
 #include "dialogs/MotoreAnteprima.h"
 
 #include <QObject>
-#include <QPointF>
-#include <QUrl>
 
 class PaginaWeb;
 class QWebEngineProfile;

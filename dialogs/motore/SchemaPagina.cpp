@@ -24,8 +24,8 @@ void SchemaPagina::Registra()
 {
     QWebEngineUrlScheme schema(Nome());
     schema.setSyntax(QWebEngineUrlScheme::Syntax::Host);
-    schema.setFlags(QWebEngineUrlScheme::LocalScheme | QWebEngineUrlScheme::LocalAccessAllowed |
-                    QWebEngineUrlScheme::NoAccessAllowed);
+    // Not a local scheme: the engine would keep such files from pages whose origin is nobody's.
+    schema.setFlags(QWebEngineUrlScheme::NoAccessAllowed);
     QWebEngineUrlScheme::registerScheme(schema);
 }
 

@@ -1,0 +1,283 @@
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "dialogs/Anteprima.h"
+#include "dialogs/CicloAnteprima.h"
+#include "dialogs/FrmAnteprima.h"
+#include "dialogs/RichiesteAnteprima.h"
+#include "platform/RichTextBox.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using ModuloDichiarazioni::Stato;
+
+namespace
+{
+
+/// Writes down what it is told to do; the test says when a navigation ends.
+class MotoreFinto : public MotoreAnteprima
+{
+public:
+    explicit MotoreFinto(QStringList &diario) : m_diario(diario) {}
+
+    void Naviga(const QString &percorso, const QString &posto) override
+    {
+        QFile file(percorso);
+        m_diario += posto + u' ' + (file.open(QIODevice::ReadOnly) ? QString::number(file.size()) : u"-"_s);
+    }
+    void Ricomincia() override { m_diario += u"ricomincia"_s; }
+    void Interroga(std::function<void()>) override { m_diario += u"interroga"_s; }
+
+private:
+    QStringList &m_diario;
+};
+
+QString Passi(const QString &eventi)
+{
+    CicloAnteprima ciclo;
+    QString passi;
+    for (const QChar evento : eventi) {
+        const auto azione = evento == u'r'   ? ciclo.Richiesta()
+                            : evento == u'f' ? ciclo.Finita()
+                            : evento == u'l' ? ciclo.Lenta()
+                                             : ciclo.Muta();
+        passi += u".NRX"_s[int(azione)];
+    }
+    return passi;
+}
+
+} // namespace
+
+class tst_Anteprima : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void Richieste_data();
+    void Richieste();
+    void Apribile_data();
+    void Apribile();
+    void Ciclo_data();
+    void Ciclo();
+    void PostoBrowser();
+    void Regole_data();
+    void Regole();
+    void CartellaDellaPaginaAperta();
+    void ScritturaFallita();
+    void SenzaMotore();
+
+private:
+    std::unique_ptr<Anteprima> Crea();
+
+    std::unique_ptr<QTemporaryDir> m_cartella;
+    std::unique_ptr<FrmAnteprima> m_finestra;
+    QStringList m_diario;
+    OspiteMotore *m_ospite = nullptr;
+};
+
+void tst_Anteprima::initTestCase()
+{
+    QVERIFY(ModuloPrincipale::CaricaImpostazioni(QStringLiteral(CARTELLA_PROGRAMMA)).Riuscito());
+}
+
+void tst_Anteprima::init()
+{
+    m_cartella = std::make_unique<QTemporaryDir>();
+    Stato() = {};
+    Stato().FileAnteprima = m_cartella->filePath(u"test.html"_s);
+    m_diario.clear();
+    m_finestra = std::make_unique<FrmAnteprima>();
+}
+
+std::unique_ptr<Anteprima> tst_Anteprima::Crea()
+{
+    auto anteprima = std::make_unique<Anteprima>(
+        *m_finestra, [] { return FormatoPagina{}; },
+        [this](OspiteMotore &ospite, QWidget &, QString &) {
+            m_ospite = &ospite;
+            return std::make_unique<MotoreFinto>(m_diario);
+        });
+    emit m_finestra->Pronta();
+    return anteprima;
+}
+
+void tst_Anteprima::Richieste_data()
+{
+    using Tipo = RichiestaMotore::Tipo;
+    QTest::addColumn<QString>("indirizzo");
+    QTest::addColumn<Tipo>("tipo");
+    QTest::addColumn<bool>("daRemoto");
+    QTest::addColumn<QString>("corrente");
+    QTest::addColumn<bool>("concessa");
+
+    const QString mia = u"/sito/mia.html"_s;
+    QTest::newRow("the page") << u"file:///sito/mia.html"_s << Tipo::Pagina << false << mia << true;
+    QTest::newRow("another page") << u"file:///sito/altra.html"_s << Tipo::Pagina << false << mia << false;
+    QTest::newRow("a page without a file") << u"file:///test.html"_s << Tipo::Pagina << false << QString() << true;
+    QTest::newRow("a web page in its place") << u"http://e.it/"_s << Tipo::Pagina << false << mia << false;
+    QTest::newRow("picture above") << u"file:///figure/a.png"_s << Tipo::Risorsa << false << mia << true;
+    QTest::newRow("web picture") << u"https://e.it/a.png"_s << Tipo::Risorsa << false << mia << true;
+    QTest::newRow("file of another machine") << u"file://altro/a.png"_s << Tipo::Risorsa << false << mia << false;
+    QTest::newRow("local picture for a web frame") << u"file:///sito/a.png"_s << Tipo::Risorsa << true << mia << false;
+    QTest::newRow("frame beside") << u"file:///sito/menu.html"_s << Tipo::Cornice << false << mia << true;
+    QTest::newRow("frame that climbs out") << u"file:///sito/../etc/passwd"_s << Tipo::Cornice << false << mia << false;
+    QTest::newRow("folder with the same beginning")
+        << u"file:///sito2/a.html"_s << Tipo::Cornice << false << mia << false;
+    QTest::newRow("frame of a page without a file")
+        << u"file:///etc/passwd"_s << Tipo::Cornice << false << QString() << false;
+    QTest::newRow("web frame") << u"http://e.it/"_s << Tipo::Cornice << false << mia << true;
+    QTest::newRow("script reads a file") << u"file:///sito/dati.json"_s << Tipo::Contenuto << false << mia << false;
+    QTest::newRow("script reads the web") << u"http://e.it/dati"_s << Tipo::Contenuto << false << mia << true;
+    QTest::newRow("inner address") << u"chrome://settings"_s << Tipo::Cornice << false << mia << false;
+    QTest::newRow("data address") << u"data:text/css,a"_s << Tipo::Risorsa << false << mia << true;
+}
+
+void tst_Anteprima::Richieste()
+{
+    QFETCH(QString, indirizzo);
+    QFETCH(RichiestaMotore::Tipo, tipo);
+    QFETCH(bool, daRemoto);
+    QFETCH(QString, corrente);
+    QTEST(RichiesteAnteprima::Concede({QUrl(indirizzo), tipo, daRemoto}, RichiesteAnteprima::Posto(corrente)),
+          "concessa");
+}
+
+void tst_Anteprima::Apribile_data()
+{
+    QTest::addColumn<QString>("indirizzo");
+    QTest::addColumn<bool>("apribile");
+    QTest::newRow("web") << u"https://e.it/a.exe"_s << true;
+    QTest::newRow("mail") << u"mailto:nome@example.com"_s << true;
+    QTest::newRow("local page, any case") << u"file:///a/B.HTML"_s << true;
+    QTest::newRow("local program") << u"file:///usr/bin/sh"_s << false;
+    QTest::newRow("local launcher") << u"file:///a/x.desktop"_s << false;
+    QTest::newRow("script") << u"javascript:alert(1)"_s << false;
+    QTest::newRow("unknown scheme") << u"smb://a/b"_s << false;
+}
+
+void tst_Anteprima::Apribile()
+{
+    QFETCH(QString, indirizzo);
+    QTEST(RichiesteAnteprima::Apribile(QUrl(indirizzo)), "apribile");
+}
+
+void tst_Anteprima::Ciclo_data()
+{
+    // Events: r request, f finished, l slow, m mute. Actions: N navigate, R anew, X give up, . nothing.
+    QTest::addColumn<QString>("eventi");
+    QTest::addColumn<QString>("azioni");
+    QTest::newRow("one after the other") << u"rfrf"_s << u"N.N."_s;
+    QTest::newRow("requests meanwhile are one more") << u"rrrrff"_s << u"N...N."_s;
+    QTest::newRow("slow page does not hold up the next") << u"rlr"_s << u"N.N"_s;
+    QTest::newRow("slow page gives way to a waiting one") << u"rrlf"_s << u"N.N."_s;
+    QTest::newRow("mute page is tried twice") << u"rmmr"_s << u"NRXN"_s;
+    QTest::newRow("mute page, another waits") << u"rrmmm"_s << u"N.RRX"_s;
+    QTest::newRow("the end of nothing") << u"fml"_s << u"..."_s;
+}
+
+void tst_Anteprima::Ciclo()
+{
+    QFETCH(QString, eventi);
+    QTEST(Passi(eventi), "azioni");
+}
+
+void tst_Anteprima::PostoBrowser()
+{
+    QCOMPARE(FrmAnteprima::PostoBrowser({3000, 1500}), QRect(10, 10, 2910, 1140));
+    QCOMPARE(FrmAnteprima::PostoBrowser({60, 300}), QRect(10, 10, 0, 0));
+    m_finestra->resize(200, 100);
+    m_finestra->show();
+    QTRY_COMPARE(m_finestra->Browser()->geometry(), QRect(1, 1, 194, 76));
+}
+
+void tst_Anteprima::Regole_data()
+{
+    QTest::addColumn<QStringList>("testi"); // "-": a refresh in hide mode
+    QTest::addColumn<QStringList>("diario");
+    QTest::addColumn<bool>("visibile");
+    const QString p48(48, u'x');
+    QTest::newRow("49 bytes with the line end") << QStringList{p48.left(47)} << QStringList{} << true;
+    QTest::newRow("50 bytes") << QStringList{p48} << QStringList{u"/test.html 50"_s} << true;
+    QTest::newRow("final CR does not count") << QStringList{p48 + u'\r'} << QStringList{u"/test.html 50"_s} << true;
+    QTest::newRow("empty page shows the old file")
+        << QStringList{p48, {}} << QStringList{u"/test.html 50"_s, u"/test.html 50"_s} << true;
+    QTest::newRow("always empty") << QStringList{QString()} << QStringList{} << true;
+    QTest::newRow("hidden") << QStringList{p48, u"-"_s} << QStringList{u"/test.html 50"_s} << false;
+    QTest::newRow("a short page stays hidden")
+        << QStringList{p48, u"-"_s, u"y"_s} << QStringList{u"/test.html 50"_s} << false;
+    QTest::newRow("shown again") << QStringList{p48, u"-"_s, p48} << QStringList{u"/test.html 50"_s, u"/test.html 50"_s}
+                                 << true;
+}
+
+void tst_Anteprima::Regole()
+{
+    QFETCH(QStringList, testi);
+    QFETCH(QStringList, diario);
+    const auto anteprima = Crea();
+    RichTextBox pad;
+    for (const QString &testo : testi) {
+        if (testo != u"-")
+            pad.ImpostaText(testo);
+        anteprima->AggiornaAnteprima(&pad, testo == u"-");
+        QCoreApplication::processEvents();
+        m_ospite->NavigazioneFinita();
+    }
+    QCOMPARE(m_diario, diario);
+    QTEST(!m_finestra->Browser()->isHidden(), "visibile");
+}
+
+void tst_Anteprima::CartellaDellaPaginaAperta()
+{
+    const auto anteprima = Crea();
+    RichTextBox pad;
+    pad.ImpostaText(QString(60, u'x'));
+    QSignalSpy fuoco(anteprima.get(), &Anteprima::FuocoAllaPagina);
+    anteprima->AggiornaAnteprima(&pad, false);
+    Stato().FileCorrente = u"/sito/mia.html"_s; // becomes so after the refresh
+    QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62"_s});
+    QCOMPARE(fuoco.size(), 1);
+}
+
+void tst_Anteprima::ScritturaFallita()
+{
+    const auto anteprima = Crea();
+    QSignalSpy stato(anteprima.get(), &Anteprima::TestoStato);
+    RichTextBox pad;
+    pad.ImpostaText(QString(60, u'x'));
+    const QString buono = std::exchange(Stato().FileAnteprima, m_cartella->filePath(u"manca/test.html"_s));
+    for (int i = 0; i < 3; ++i)
+        anteprima->AggiornaAnteprima(&pad, false);
+    QCOMPARE(stato.size(), 1);
+    Stato().FileAnteprima = m_cartella->path(); // a folder
+    anteprima->AggiornaAnteprima(&pad, false);
+    QCOMPARE(stato.size(), 1);
+    Stato().FileAnteprima = buono;
+    anteprima->AggiornaAnteprima(&pad, false);
+    QTRY_COMPARE(m_diario, QStringList{u"/test.html 62"_s});
+}
+
+void tst_Anteprima::SenzaMotore()
+{
+    Anteprima anteprima(
+        *m_finestra, [] { return FormatoPagina{}; },
+        [](OspiteMotore &, QWidget &, QString &motivo) -> std::unique_ptr<MotoreAnteprima> {
+            motivo = u"perché"_s;
+            return nullptr;
+        });
+    emit m_finestra->Pronta();
+    RichTextBox pad;
+    pad.ImpostaText(QString(60, u'x'));
+    anteprima.AggiornaAnteprima(&pad, false);
+    QCOMPARE(QFile(Stato().FileAnteprima).size(), 62);
+    const auto *avviso = m_finestra->findChild<QWidget *>(u"Avviso"_s);
+    QVERIFY(!avviso->isHidden());
+    QCOMPARE(avviso->toolTip(), u"perché"_s);
+}
+
+QTEST_MAIN(tst_Anteprima)
+#include "tst_anteprima.moc"
