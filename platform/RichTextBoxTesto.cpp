@@ -20,10 +20,15 @@ struct Brano {
     std::vector<Interruzione> tipi; ///< what its block breaks stand for
 };
 
-// A cut must not part a surrogate pair or a mark from its letter.
+// A cut stands between two words where it can, so that the keys that go by words find them whole; it must not part a
+// surrogate pair or a mark from its letter.
 qsizetype PuntoDiTaglio(QStringView riga, qsizetype dove)
 {
     const qsizetype minimo = dove - 64;
+    for (qsizetype i = dove; i > minimo; --i) {
+        if (riga[i - 1].isSpace() && !riga[i].isSpace() && !riga[i].isMark())
+            return i;
+    }
     while (dove > minimo && (riga[dove].isLowSurrogate() || riga[dove].isMark()))
         --dove;
     return dove;
@@ -171,7 +176,7 @@ void RichTextBox::ImpostaText(const QString &testo)
     m_revisioneTesto = m_revisione;
     SegnaRtf(0, 0);
     m_ultimoBlocco = -1;
-    emit Change();
+    AnnunciaCambiamento();
     SelezioneForseCambiata();
 }
 
@@ -352,8 +357,17 @@ void RichTextBox::DopoCambiamento()
         return;
     Normalizza();
     m_ultimoBlocco = -1;
-    emit Change();
+    AnnunciaCambiamento();
     SelezioneForseCambiata();
+}
+
+// An input method that composes, or a cut that comes or goes, changes the document but not the text.
+void RichTextBox::AnnunciaCambiamento()
+{
+    if (m_revisioneAnnunciata == m_revisione)
+        return;
+    m_revisioneAnnunciata = m_revisione;
+    emit Change();
 }
 
 // Puts the blocks around the last change in order: a CR and a LF that met are one line end, a block grown too long is
