@@ -20,15 +20,10 @@ struct Brano {
     std::vector<Interruzione> tipi; ///< what its block breaks stand for
 };
 
-// A cut stands between two words where it can, so that the keys that go by words find them whole; it must not part a
-// surrogate pair or a mark from its letter.
+// A cut must not part a surrogate pair or a mark from its letter.
 qsizetype PuntoDiTaglio(QStringView riga, qsizetype dove)
 {
     const qsizetype minimo = dove - 64;
-    for (qsizetype i = dove; i > minimo; --i) {
-        if (riga[i - 1].isSpace() && !riga[i].isSpace() && !riga[i].isMark())
-            return i;
-    }
     while (dove > minimo && (riga[dove].isLowSurrogate() || riga[dove].isMark()))
         --dove;
     return dove;

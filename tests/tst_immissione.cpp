@@ -162,7 +162,9 @@ void TstImmissione::randomKeys()
         QString storia;
         for (int passo = 0; passo < 60; ++passo) {
             const int quale = caso.bounded(verticali ? int(std::size(Tasti)) : 6);
-            const Qt::KeyboardModifiers modificatori = Modificatori[caso.bounded(int(std::size(Modificatori)))];
+            // A step by words may stop at a cut.
+            const Qt::KeyboardModifiers modificatori =
+                Modificatori[caso.bounded(verticali ? int(std::size(Modificatori)) : 3)];
             // Ctrl+A, Ctrl+Shift+K and the like are commands elsewhere.
             if (Tasti[quale] == Qt::Key_A && modificatori != Qt::NoModifier)
                 continue;
