@@ -8,8 +8,11 @@
 #include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -22,6 +25,23 @@ constexpr int LatoBottone = 27; // all bars in one row of 1280 pixels
 QIcon IconaDi(QStringView nome)
 {
     return nome.isEmpty() ? QIcon() : ModuloGrafica::Icona(nome);
+}
+
+/// Alt with a letter of its caption opens a menu: the first one that no menu before it has. Captions carry no mark.
+void DaTastiera(QMenuBar *barra)
+{
+    QString prese;
+    for (QAction *voce : barra->actions()) {
+        const QString didascalia = voce->text().toUpper();
+        const auto libera = std::find_if(didascalia.cbegin(), didascalia.cend(), [&prese](QChar lettera) {
+            return lettera >= u'A' && lettera <= u'Z' && !prese.contains(lettera);
+        });
+        if (libera == didascalia.cend())
+            continue;
+        prese += *libera;
+        auto *tasti = new QShortcut(QKeySequence(u"Alt+"_s + *libera), barra->window());
+        QObject::connect(tasti, &QShortcut::activated, barra, [barra, voce] { barra->setActiveAction(voce); });
+    }
 }
 
 } // namespace
@@ -44,6 +64,7 @@ void Comandi::CostruisciMenu(QMenuBar *barra)
         m_menu.insert(nome, menu);
         connect(menu, &QMenu::aboutToShow, this, [this, nome] { emit MenuAperto(nome); });
     }
+    DaTastiera(barra);
 }
 
 QMenu *Comandi::CostruisciPopUp(QWidget *padre)

@@ -195,8 +195,11 @@ std::vector<RichTextBox::RigaVisibile> RichTextBox::RigheVisibili() const
     while (blocco.isValid() && area.top() < viewport()->height()) {
         const int numero = blocco.blockNumber();
         if (primo || numero == 0 || FineRiga(m_interruzioni.Tipo(numero - 1))) {
+            // The block's own height counts the margin below the last one in.
+            const qreal altezza =
+                blocco.layout()->lineCount() > 0 ? blocco.layout()->lineAt(0).height() : area.height();
             righe.push_back(
-                {numero - m_interruzioni.NonRighePrima(numero), int(area.top()) + origine.y(), int(area.height())});
+                {numero - m_interruzioni.NonRighePrima(numero), int(area.top()) + origine.y(), int(altezza)});
         }
         primo = false;
         blocco = blocco.next();

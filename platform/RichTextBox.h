@@ -136,6 +136,8 @@ public:
     void Copia() { copy(); }
     void Incolla() { paste(); }
     void Elimina();
+    /// Moves the selected text to a position outside of it; the caret goes after it.
+    void SpostaSelezione(int dove);
     [[nodiscard]] bool PuoIncollare() const { return canPaste(); }
     /// Hides the selection's highlight, or shows it, also while the control has no focus.
     void NascondiSelezione(bool nascondi);
@@ -170,6 +172,7 @@ protected:
     void mousePressEvent(QMouseEvent *evento) override;
     void mouseReleaseEvent(QMouseEvent *evento) override;
     void contextMenuEvent(QContextMenuEvent *evento) override;
+    void dropEvent(QDropEvent *evento) override;
     void focusOutEvent(QFocusEvent *evento) override;
     void inputMethodEvent(QInputMethodEvent *evento) override;
     void paintEvent(QPaintEvent *evento) override;
@@ -201,6 +204,8 @@ private:
     bool UnisciCrLf(int blocco);
     void CambiaTaglio(int posizioneDocumento, bool aggiungi);
     void SelezioneForseCambiata();
+    void AnnunciaCambiamento();
+    void ScavalcaTaglio(int codice, bool estende);
     void MuoviCursore(int ancora, int posizione);
 
     // Looks (RichTextBoxAspetti.cpp)
@@ -229,6 +234,7 @@ private:
     Disposizione *m_disposizione = nullptr;
     int m_blocchi = 1;
     int m_revisione = 0;
+    int m_revisioneAnnunciata = 0; ///< the revision that Change was emitted for
     Attesa *m_attesa = nullptr;
     bool m_interno = false; ///< the document is being changed without a change of the text
     bool m_ridisegnoChiesto = false;

@@ -45,6 +45,13 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
     }
     const bool scrive = !evento->text().isEmpty() && evento->text().front().isPrint() &&
                         (tasto.shift & 2 ? (tasto.shift & 4) != 0 : true);
+#ifndef Q_OS_MACOS
+    // Alt with a letter is for the menus; a key that types with AltGr carries another modifier.
+    if (scrive && (tasto.shift & 6) == 4) {
+        evento->ignore();
+        return;
+    }
+#endif
     if (scrive) {
         const char16_t originale = evento->text().front().unicode();
         char16_t carattere = originale;
@@ -68,17 +75,26 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
         evento->accept();
         return;
     }
-    const QTextCursor prima = textCursor();
-    const int posizione = DaDocumento(prima.position());
-    const int revisione = m_revisione;
-    const int blocchi = m_blocchi;
+    ScavalcaTaglio(codice, tasto.shift & 1);
     QPlainTextEdit::keyPressEvent(evento);
-    // The cut of a long line is no character: a key that only stepped over it, or only took it away, has its turn
-    // again.
-    const bool passo = codice == 37 || codice == 39 || codice == 8 || codice == 46;
-    if (passo && revisione == m_revisione && DaDocumento(textCursor().position()) == posizione &&
-        (blocchi != m_blocchi || textCursor().position() != prima.position()) && prima.anchor() == prima.position())
-        QPlainTextEdit::keyPressEvent(evento);
+}
+
+// The cut of a long line is no character: a key that would only step over it, or only take it away, acts from behind
+// it.
+void RichTextBox::ScavalcaTaglio(int codice, bool estende)
+{
+    const bool indietro = codice == 37 || codice == 8;
+    const bool cancella = codice == 8 || codice == 46;
+    QTextCursor cursore = textCursor();
+    if ((!indietro && codice != 39 && codice != 46) || (cursore.hasSelection() && (cancella || !estende)) ||
+        !(indietro ? cursore.atBlockStart() : cursore.atBlockEnd()))
+        return;
+    const int interruzione = cursore.blockNumber() - (indietro ? 1 : 0);
+    if (interruzione < 0 || interruzione >= m_blocchi - 1 || m_interruzioni.Tipo(interruzione) != Interruzione::Taglio)
+        return;
+    cursore.movePosition(indietro ? QTextCursor::PreviousCharacter : QTextCursor::NextCharacter,
+                         estende && !cancella ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    setTextCursor(cursore);
 }
 
 void RichTextBox::keyReleaseEvent(QKeyEvent *evento)
@@ -145,6 +161,37 @@ QMimeData *RichTextBox::createMimeDataFromSelection() const
     auto *dati = new QMimeData;
     dati->setText(SelText().replace(u"\r\n"_s, u"\n"_s));
     return dati;
+}
+
+// Qt takes the text away and puts it in as one change of the document; here each change is reported before the next.
+void RichTextBox::dropEvent(QDropEvent *evento)
+{
+    QDragLeaveEvent fine; // ends the drop caret and the scrolling
+    QPlainTextEdit::dragLeaveEvent(&fine);
+    if (isReadOnly() || !canInsertFromMimeData(evento->mimeData())) {
+        evento->ignore();
+        return;
+    }
+    const int dove = DaDocumento(cursorForPosition(evento->position().toPoint()).position());
+    if (evento->source() == viewport() && evento->dropAction() == Qt::MoveAction) {
+        SpostaSelezione(dove);
+    } else {
+        ImpostaSelStart(dove);
+        insertFromMimeData(evento->mimeData());
+    }
+    evento->acceptProposedAction();
+}
+
+void RichTextBox::SpostaSelezione(int dove)
+{
+    const int inizio = SelStart();
+    const QString testo = SelText();
+    const int quanti = int(testo.size());
+    dove = Limita(dove);
+    if (dove >= inizio && dove <= inizio + quanti)
+        return;
+    Sostituisci(inizio, quanti, QString());
+    Sostituisci(dove < inizio ? dove : dove - quanti, 0, testo);
 }
 
 bool RichTextBox::canInsertFromMimeData(const QMimeData *dati) const

@@ -177,7 +177,7 @@ void RichTextBox::ImpostaText(const QString &testo)
     SegnaRtf(0, 0);
     m_ultimoBlocco = -1;
     emit TestoCambiato(0, prima, Lunghezza());
-    emit Change();
+    AnnunciaCambiamento();
     SelezioneForseCambiata();
 }
 
@@ -359,8 +359,17 @@ void RichTextBox::DopoCambiamento()
         return;
     Normalizza();
     m_ultimoBlocco = -1;
-    emit Change();
+    AnnunciaCambiamento();
     SelezioneForseCambiata();
+}
+
+// An input method that composes, or a cut that comes or goes, changes the document but not the text.
+void RichTextBox::AnnunciaCambiamento()
+{
+    if (m_revisioneAnnunciata == m_revisione)
+        return;
+    m_revisioneAnnunciata = m_revisione;
+    emit Change();
 }
 
 // Puts the blocks around the last change in order: a CR and a LF that met are one line end, a block grown too long is
