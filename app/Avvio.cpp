@@ -3,6 +3,7 @@
 #include "app/ModuloDichiarazioni.h"
 #include "app/RigaComando.h"
 #include "app/TabellaLingua.h"
+#include "app/VerificaFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -17,7 +18,7 @@ namespace
 
 void Scrivi(std::FILE *dove, const QString &testo)
 {
-    const QByteArray byte = testo.toLocal8Bit();
+    const QByteArray byte = testo.toUtf8();
     std::fwrite(byte.constData(), 1, size_t(byte.size()), dove);
 }
 
@@ -61,6 +62,8 @@ int Avvio::Main(int argc, char **argv)
         Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).arg(riga.oggettoErrore) + u"\n"_s);
         return 2;
     }
+    if (riga.verifica && !riga.aiuto && !riga.versione)
+        return VerificaFile::Esegui(riga, cartella);
     if (riga.aiuto)
         Scrivi(stdout, RigaComando::Aiuto(u"velloro"_s));
     else
