@@ -73,7 +73,7 @@ int UnitaPrima(const RichTextBox &editor, int caretto)
 
 FrmComplete::FrmComplete(RichTextBox *editor)
     : QFrame(editor, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus), m_editor(editor),
-      m_elenco(new QListView(this))
+      m_oggettoEditor(editor), m_oggettoFinestra(editor->window()), m_elenco(new QListView(this))
 {
     setObjectName(u"FrmComplete"_s);
     setAttribute(Qt::WA_ShowWithoutActivating);

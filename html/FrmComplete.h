@@ -73,6 +73,9 @@ private:
     void GuardaIntorno(QObject *oggetto, QEvent *evento);
 
     QPointer<RichTextBox> m_editor;
+    // To be compared only: while the editor is destroyed, its last events come from what is no RichTextBox any more.
+    const QObject *m_oggettoEditor;
+    const QObject *m_oggettoFinestra;
     QListView *m_elenco;
     ModelloVoci *m_modello = nullptr;
     QEventLoop *m_ciclo = nullptr;

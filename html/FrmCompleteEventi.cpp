@@ -82,14 +82,14 @@ FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto)
 
 bool FrmComplete::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    if (!m_editor || !m_ciclo)
+    if (m_editor.isNull() || !m_ciclo)
         return QFrame::eventFilter(oggetto, evento);
     switch (evento->type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::InputMethod:
-        if (oggetto == m_editor || DiQuestaLista(oggetto))
+        if (oggetto == m_oggettoEditor || DiQuestaLista(oggetto))
             return EventoTastiera(oggetto, evento);
         return false;
     default:
@@ -191,7 +191,7 @@ bool FrmComplete::DiQuestaLista(const QObject *oggetto) const
 
 void FrmComplete::GuardaIntorno(QObject *oggetto, QEvent *evento)
 {
-    const bool finestra = oggetto == m_editor->window();
+    const bool finestra = oggetto == m_oggettoFinestra;
     switch (evento->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -202,7 +202,7 @@ void FrmComplete::GuardaIntorno(QObject *oggetto, QEvent *evento)
             Chiudi();
         break;
     case QEvent::FocusOut:
-        if (oggetto == m_editor)
+        if (oggetto == m_oggettoEditor)
             Chiudi();
         break;
     case QEvent::WindowDeactivate:
@@ -213,7 +213,7 @@ void FrmComplete::GuardaIntorno(QObject *oggetto, QEvent *evento)
     case QEvent::Close:
     case QEvent::Move:
     case QEvent::Resize:
-        if (finestra || oggetto == m_editor)
+        if (finestra || oggetto == m_oggettoEditor)
             Chiudi();
         break;
     default:
