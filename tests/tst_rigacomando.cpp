@@ -113,7 +113,7 @@ void TstRigaComando::checksFiles()
     const Esito male = Esegui({u"--lingua"_s, u"ita"_s, u"--verifica"_s, buona, cattiva});
     QCOMPARE(male.stato, 1);
     const QStringList righe = male.uscita.split(u'\n', Qt::SkipEmptyParts);
-    QCOMPARE(righe.size(), 3);
+    QCOMPARE(righe.size(), 4);
     QCOMPARE(righe[0], cattiva + u":3: Il tag 'FOO' non esiste."_s);
     QVERIFY(righe[1].startsWith(cattiva + u":4: "_s) && righe[1].contains(u"'storto'"_s));
     QVERIFY(righe[2].startsWith(cattiva + u":4: "_s) && righe[2].contains(u"'foo'"_s));
@@ -122,7 +122,7 @@ void TstRigaComando::checksFiles()
     const Esito misto = Esegui({u"--verifica"_s, cartella.path(), cartella.filePath(u"niente"_s), cattiva});
     QCOMPARE(misto.stato, 2);
     QCOMPARE(misto.errori.count(u'\n'), 2);
-    QCOMPARE(misto.uscita.count(u'\n'), 3);
+    QCOMPARE(misto.uscita.count(u'\n'), 4);
     QCOMPARE(Esegui({u"--verifica"_s, u"-"_s}, "<P>\r\n<FOO>").uscita, u"-:2: Il tag 'FOO' non esiste.\n"_s);
 }
 
