@@ -8,6 +8,7 @@
 #include "dialogs/PaginaVuota.h"
 #include "editor/FrmPaginaHTML.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -71,6 +72,8 @@ private slots:
     void init();
     void menuTree();
     void everyLanguageNamesEverything();
+    void menusOpenByKey();
+    void screenReadersKnowTheControls();
     void deadCommandsAreDisabled();
     void startsWithTheBlankPage();
     void opensThePageOfTheCommandLine();
@@ -158,6 +161,40 @@ void TstFrmStart::everyLanguageNamesEverything()
         }
         QCOMPARE(finestra.windowTitle(), u"Velloro - [%1]"_s.arg(ModuloPrincipale::Messaggio(344)));
     }
+}
+
+void TstFrmStart::menusOpenByKey()
+{
+    FrmStart finestra;
+    Avvia(finestra);
+    // "Formato" comes after "File" and has its second letter.
+    for (const auto &[tasto, menu] : {std::pair('f', u"MFile"_s), std::pair('o', u"MFormato"_s)}) {
+        QTest::keyClick(&finestra, tasto, Qt::AltModifier);
+        auto *aperto = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(aperto);
+        QCOMPARE(aperto->objectName(), menu);
+        aperto->close();
+        finestra.menuBar()->setActiveAction(nullptr);
+    }
+}
+
+void TstFrmStart::screenReadersKnowTheControls()
+{
+    FrmStart finestra;
+    Avvia(finestra);
+    const auto descrizione = [&finestra](const QString &nome) {
+        QAccessibleInterface *voce = QAccessible::queryAccessibleInterface(finestra.findChild<QWidget *>(nome));
+        return u"%1 %2"_s.arg(int(voce->role())).arg(voce->text(QAccessible::Name));
+    };
+    const auto atteso = [](QAccessible::Role ruolo, const QString &nome) {
+        return u"%1 %2"_s.arg(int(ruolo)).arg(nome);
+    };
+    QCOMPARE(descrizione(u"RichPad"_s), atteso(QAccessible::EditableText, ModuloPrincipale::Messaggio(229)));
+    QCOMPARE(descrizione(u"ToolStandard(3)"_s), atteso(QAccessible::PushButton, u"Salva"_s));
+    QCOMPARE(descrizione(u"ToolStandard"_s), atteso(QAccessible::ToolBar, ModuloPrincipale::Messaggio(220)));
+    auto *pad = finestra.findChild<QWidget *>(u"RichPad"_s);
+    QAccessibleTextInterface *testo = QAccessible::queryAccessibleInterface(pad)->textInterface();
+    QVERIFY(testo && testo->text(0, 9) == u"<!DOCTYPE");
 }
 
 void TstFrmStart::deadCommandsAreDisabled()

@@ -152,7 +152,7 @@ void TstImmissione::randomKeys()
                                                              Qt::ControlModifier | Qt::ShiftModifier};
     QRandomGenerator caso(7);
     Coppia coppia;
-    for (int giro = 0; giro < 40; ++giro) {
+    for (int giro = 0; giro < 15; ++giro) {
         const QString testo = TestoACaso(caso, parole, riga);
         // A place that a caret can have, near a cut where there are some.
         QTextBoundaryFinder confine(QTextBoundaryFinder::Grapheme, testo);
@@ -183,7 +183,7 @@ void TstImmissione::composing()
     QRandomGenerator caso(13);
     Coppia coppia;
     QSignalSpy cambi(&coppia.nostro, &RichTextBox::Change);
-    for (int giro = 0; giro < 200; ++giro) {
+    for (int giro = 0; giro < 80; ++giro) {
         const bool lunga = giro % 10 == 0;
         const QString testo = TestoACaso(caso, lunga ? 700 : 20, lunga ? 1'000'000 : 4).remove(u"\u200D"_s);
         int caretto = caso.bounded(std::min(1100, int(testo.size())));

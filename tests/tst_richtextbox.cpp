@@ -537,6 +537,10 @@ void TstRichTextBox::coloursReachTheScreen()
     QVERIFY(haColore(qRgb(255, 0, 0)));
     QCOMPARE(spia.size(), 0);
     QCOMPARE(controllo.PrimaRigaVisibile(), controllo.RigheVisibili().front().riga);
+    // The numbers beside the text stand level with their lines, the last one too.
+    const std::vector<RichTextBox::RigaVisibile> righe = controllo.RigheVisibili();
+    QCOMPARE(righe.back().riga, 100);
+    QCOMPARE(righe.back().altezza, righe.front().altezza);
     // The edit after a repaint is reported as what it is, far from the painted blocks.
     QSignalSpy cambi(controllo.document(), &QTextDocument::contentsChange);
     controllo.Sostituisci(0, 1, u"x"_s);
