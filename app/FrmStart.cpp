@@ -3,7 +3,9 @@
 #include "app/Comandi.h"
 #include "app/DisposizioneBarre.h"
 #include "app/DisposizioneFinestre.h"
+#include "app/Frammenti.h"
 #include "app/ModuloDichiarazioni.h"
+#include "app/NuovaPagina.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
 #include "app/TempoCaricamento.h"
@@ -11,7 +13,6 @@
 #include "chrome/ModuloGrafica.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/PaginaAnteprima.h"
-#include "dialogs/PaginaVuota.h"
 #include "editor/FrmPaginaHTML.h"
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
@@ -69,6 +70,7 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
     CostruisciFinestreInterne();
     CollegaPagina();
     CollegaComandi();
+    CollegaFrammenti();
     AggiornaMenuModifica(m_hwndPad);
     AggiornaTitolo();
 
@@ -206,6 +208,14 @@ void FrmStart::CollegaComandi()
     connect(vai, &QShortcut::activated, this, &FrmStart::VaiARiga);
 }
 
+void FrmStart::CollegaFrammenti()
+{
+    m_frammenti = new Frammenti(m_pad, this);
+    m_frammenti->Collega(*m_comandi);
+    connect(m_frammenti, &Frammenti::AnteprimaRichiesta, this, [this] { AggiornaAnteprima(false); });
+    NuovaPagina::CollegaComando(*m_comandi, *this);
+}
+
 // --- Start and layout -----------------------------------------------------------------------------------------------
 
 void FrmStart::Avvia()
@@ -258,13 +268,19 @@ void FrmStart::Nuovo()
 {
     if (!m_pagina->ChiediSalvataggio())
         return;
-    m_pad->ImpostaText(PaginaVuota::Testo());
+    const NuovaPagina::Esito esito = NuovaPagina::Scegli(*m_pad, this);
+    m_pad->setFocus();
+    if (!esito.iniziata) {
+        AggiornaAnteprima(false);
+        return;
+    }
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
     m_pagina->Iniziata();
     m_pannelloCodifica->clear();
     AggiornaAnteprima(false);
     MostraTempoCaricamento(Stato().FileAnteprima);
+    m_pannello1->setText(esito.avviso);
 }
 
 bool FrmStart::ApriPaginaWeb()

@@ -5,6 +5,7 @@
 #include "platform/RichTextBox.h"
 
 class Comandi;
+class Frammenti;
 class FrmAnteprima;
 class FrmPaginaHTML;
 class PaginaCorrente;
@@ -50,6 +51,7 @@ private:
     void CostruisciFinestreInterne();
     void CostruisciStato();
     void CollegaComandi();
+    void CollegaFrammenti();
     void CollegaPagina();
     void Disponi(bool ancheDocumento);
     void Rivela();
@@ -64,6 +66,7 @@ private:
 
     Comandi *m_comandi = nullptr;
     PaginaCorrente *m_pagina = nullptr;
+    Frammenti *m_frammenti = nullptr;
     FrmPaginaHTML *m_documento = nullptr;
     QWidget *m_risultati = nullptr;
     FrmAnteprima *m_anteprima = nullptr;
