@@ -237,15 +237,19 @@ void FrmFont::Collega()
 {
     connect(m_faccia, &QLineEdit::textEdited, this, &FrmFont::CercaFaccia);
     connect(m_faccia, &QLineEdit::textChanged, this, &FrmFont::AggiornaEsempio);
-    connect(m_facce, &QListWidget::currentTextChanged, m_faccia, &QLineEdit::setText);
+    // A list that gets the focus makes its first entry the current one; only a selected entry was chosen.
+    connect(m_facce, &QListWidget::itemSelectionChanged, this, [this] {
+        if (const QList<QListWidgetItem *> scelte = m_facce->selectedItems(); !scelte.isEmpty())
+            m_faccia->setText(scelte.constFirst()->text());
+    });
     connect(m_facce, &QListWidget::itemClicked, this,
             [this](QListWidgetItem *voce) { m_faccia->setText(voce->text()); });
     connect(m_stili, &QListWidget::currentRowChanged, this, &FrmFont::AggiornaEsempio);
     connect(m_dimensione, &QSpinBox::valueChanged, this, &FrmFont::SegnaDimensione);
     connect(m_dimensione, &QSpinBox::valueChanged, this, &FrmFont::AggiornaEsempio);
-    connect(m_dimensioni, &QListWidget::currentTextChanged, this, [this](const QString &punti) {
-        if (!punti.isEmpty())
-            m_dimensione->setValue(punti.toInt());
+    connect(m_dimensioni, &QListWidget::itemSelectionChanged, this, [this] {
+        if (const QList<QListWidgetItem *> scelte = m_dimensioni->selectedItems(); !scelte.isEmpty())
+            m_dimensione->setValue(scelte.constFirst()->text().toInt());
     });
     for (QListWidget *elenco : {m_facce, m_stili, m_dimensioni})
         connect(elenco, &QListWidget::itemDoubleClicked, this, &QDialog::accept);

@@ -67,7 +67,7 @@ namespace
 {
 
 constexpr auto Sorgenti = CARTELLA_SORGENTI;
-constexpr auto Prima = u"testo di prima";
+const QString Prima = u"testo di prima"_s;
 
 /// Every finding of a plain walk over the tags of \a pagina: unknown names, attributes and values.
 QStringList Sconosciuti(const QString &pagina)
@@ -127,7 +127,7 @@ void TstModelli::Scrivi(QStringView nome, const QByteArray &contenuto)
 QString TstModelli::Scegli(const std::function<void(QDialog &)> &azione)
 {
     RichTextBox pad;
-    pad.ImpostaText(QString(Prima));
+    pad.ImpostaText(Prima);
     QTimer::singleShot(0, &pad, [&azione] {
         auto *dialogo = qobject_cast<FrmModelli *>(QApplication::activeModalWidget());
         QVERIFY(dialogo);
@@ -231,9 +231,9 @@ void TstModelli::noSelectionGivesTheBlankPage()
 
 void TstModelli::closingKeepsTheText()
 {
-    QCOMPARE(Scegli([](QDialog &dialogo) { dialogo.close(); }), QString(Prima));
+    QCOMPARE(Scegli([](QDialog &dialogo) { dialogo.close(); }), Prima);
     QVERIFY(!m_esito.iniziata);
-    QCOMPARE(Scegli([](QDialog &dialogo) { QTest::keyClick(&dialogo, Qt::Key_Escape); }), QString(Prima));
+    QCOMPARE(Scegli([](QDialog &dialogo) { QTest::keyClick(&dialogo, Qt::Key_Escape); }), Prima);
     QVERIFY(!m_esito.iniziata);
 }
 
@@ -276,7 +276,7 @@ void TstModelli::templatesThatCannotBeRead()
     QVERIFY(QFile::remove(percorso));
     // A sparse file: larger than any page may be, and no byte of it on the disk.
     QFile enorme(percorso);
-    QVERIFY(enorme.open(QIODevice::WriteOnly) && enorme.resize(ModuloPrincipale::MassimaPagina + 1));
+    QVERIFY(enorme.open(QIODevice::WriteOnly) && enorme.resize(ModuloPrincipale::MassimoPagina + 1));
     enorme.close();
     QCOMPARE(Scegli(conOk), QString());
     QCOMPARE(m_esito.avviso, avvisoAtteso(382));
