@@ -60,17 +60,22 @@ Controllo *Crea(const QString &nome, QWidget *parent)
     return controllo;
 }
 
-/// A panel with its caption above it; \a spazio is the room that the caption takes there.
+/// A panel with its caption above it.
 PictureBox *Pannello(int indice, qint16 messaggio, QWidget *contenitore)
 {
     auto *pannello = new PictureBox(u"Frame(%1)"_s.arg(indice), contenitore);
     auto *striscia = new PictureBox(u"PicIntestazioneFrm(%1)"_s.arg(indice), contenitore);
-    striscia->setProperty("Tag", u"Frame"_s);
-    striscia->setFixedWidth(Misure::InPixel(2400));
+    striscia->setFixedWidth(Misure::InPixel(2200));
     ModuloGrafica::DisegnaIntestazione(*striscia, Messaggio(messaggio));
     auto *colonna = new QVBoxLayout(contenitore);
-    colonna->setContentsMargins(0, Misure::InPixel(360), 0, 0);
-    colonna->addWidget(pannello);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(1);
+    // Without a tag the decoration leaves the strip where the layout puts it.
+    auto *sopra = new QHBoxLayout;
+    sopra->setContentsMargins(Misure::InPixel(80), 4, 0, 0);
+    sopra->addWidget(striscia, 0, Qt::AlignLeft);
+    colonna->addLayout(sopra);
+    colonna->addWidget(pannello, 1);
     return pannello;
 }
 
@@ -192,6 +197,7 @@ QLayout *FrmFont::CreaPulsanti()
     connect(annulla, &QPushButton::clicked, this, &QDialog::reject);
     auto *riga = new QHBoxLayout;
     riga->setContentsMargins(0, 8, 0, 0);
+    riga->setSpacing(8);
     riga->addStretch(1);
     for (QPushButton *pulsante : {m_ok, annulla}) {
         pulsante->setProperty("Tag", u"D"_s);

@@ -74,6 +74,7 @@ void FrmModelli::Crea()
     esci->setToolTip(Messaggio(67));
 
     auto *riga = new QHBoxLayout;
+    riga->setSpacing(8);
     riga->addWidget(m_nonMostrare);
     riga->addStretch(1);
     for (QPushButton *pulsante : {ok, esci}) {
