@@ -5,7 +5,9 @@
 #include "app/DisposizioneBarre.h"
 #include "app/DisposizioneFinestre.h"
 #include "app/Domande.h"
+#include "app/Frammenti.h"
 #include "app/ModuloDichiarazioni.h"
+#include "app/NuovaPagina.h"
 #include "app/OffertaRecupero.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
@@ -17,7 +19,6 @@
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/FrmTrova.h"
 #include "dialogs/PaginaAnteprima.h"
-#include "dialogs/PaginaVuota.h"
 #include "editor/FrmPaginaHTML.h"
 #include "editor/Recupero.h"
 #include "editor/clsUndo.h"
@@ -85,6 +86,7 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
     CollegaModifica();
     CollegaControllo();
     CollegaComandi();
+    CollegaFrammenti();
     AggiornaMenuModifica(m_hwndPad);
     AggiornaTitolo();
 
@@ -278,6 +280,17 @@ void FrmStart::CollegaComandi()
     connect(vai, &QShortcut::activated, this, &FrmStart::VaiARiga);
 }
 
+void FrmStart::CollegaFrammenti()
+{
+    m_frammenti = new Frammenti(m_pad, this);
+    m_frammenti->Collega(*m_comandi);
+    connect(m_frammenti, &Frammenti::AnteprimaRichiesta, this, [this] { AggiornaAnteprima(false); });
+    connect(m_frammenti, &Frammenti::InCambiamento, m_undo, &clsUndo::TakeUndoSnapShot);
+    connect(m_frammenti, &Frammenti::VerificaRichiesta, this,
+            [this](int primaFine) { ModuloVerificaSintassi::VerificaSintassi(*m_pad, primaFine, false); });
+    NuovaPagina::CollegaComando(*m_comandi, *this);
+}
+
 // --- Start and layout -----------------------------------------------------------------------------------------------
 
 void FrmStart::Avvia()
@@ -345,7 +358,12 @@ void FrmStart::Nuovo()
 {
     if (!m_pagina->ChiediSalvataggio())
         return;
-    m_pad->ImpostaText(PaginaVuota::Testo());
+    const NuovaPagina::Esito esito = NuovaPagina::Scegli(*m_pad, this);
+    m_pad->setFocus();
+    if (!esito.iniziata) {
+        AggiornaAnteprima(false);
+        return;
+    }
     ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, false);
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
@@ -355,6 +373,7 @@ void FrmStart::Nuovo()
     m_pannelloCodifica->clear();
     AggiornaAnteprima(false);
     MostraTempoCaricamento(Stato().FileAnteprima);
+    m_pannello1->setText(esito.avviso);
 }
 
 bool FrmStart::ApriPaginaWeb()

@@ -7,6 +7,7 @@
 class Anteprima;
 class clsUndo;
 class Comandi;
+class Frammenti;
 class FrmAnteprima;
 class FrmControlloSintassi;
 class FrmPaginaHTML;
@@ -59,6 +60,7 @@ private:
     void CostruisciStato();
     void CollegaAnteprima(FrmAnteprima &finestra);
     void CollegaComandi();
+    void CollegaFrammenti();
     void CollegaPagina();
     void CollegaModifica();
     void CollegaControllo();
@@ -78,6 +80,7 @@ private:
 
     Comandi *m_comandi = nullptr;
     PaginaCorrente *m_pagina = nullptr;
+    Frammenti *m_frammenti = nullptr;
     FrmPaginaHTML *m_documento = nullptr;
     FrmControlloSintassi *m_risultati = nullptr;
     clsUndo *m_undo = nullptr;

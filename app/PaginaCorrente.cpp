@@ -76,6 +76,7 @@ bool PaginaCorrente::Apri(const QString &percorso)
     emit InApertura();
     m_pad->ImpostaText(testo);
     m_formato = formato;
+    m_nuova = false;
     emit Caricata();
     if (!formato.dichiarata.isEmpty() && formato.dichiarata != formato.codifica && formato.codifica == u"windows-1252")
         emit Avviso(Messaggio(343).arg(formato.dichiarata));
@@ -113,7 +114,8 @@ void PaginaCorrente::AvvisaLettura(const QString &percorso, const ModuloPrincipa
 bool PaginaCorrente::Salva()
 {
     const QString &corrente = Stato().FileCorrente;
-    if (corrente.isEmpty() || !File_System::FileEsiste(corrente))
+    // A new page must not replace, unasked, the one that was opened before it.
+    if (corrente.isEmpty() || m_nuova || !File_System::FileEsiste(corrente))
         return SalvaConNome();
     return Scrivi(corrente);
 }
@@ -176,6 +178,7 @@ bool PaginaCorrente::ChiediSalvataggio()
 void PaginaCorrente::Iniziata()
 {
     m_formato = {};
+    m_nuova = !Stato().FileCorrente.isEmpty();
     Stato().TestoSalvato = m_pad->Text();
 }
 

@@ -63,4 +63,5 @@ private:
     RichTextBox *m_pad;
     QWidget *m_finestra;
     FormatoPagina m_formato;
+    bool m_nuova = false; ///< the page was begun after the current file was opened
 };

@@ -84,6 +84,8 @@ constexpr Voce VociMenu[] = {
     {u"Mstrumenti", u"MenuStrumenti(2)", 58, u"aggiorna_anteprima", u""},
     {u"Mstrumenti", u"MenuStrumenti(3)", 59, u"tempo_caricamento", u"", false, true},
     {u"Mstrumenti", u"MenuStrumenti(4)", 60, u"statistiche", u"", false, true},
+    {u"Mstrumenti", u""},
+    {u"Mstrumenti", u"MenuStrumenti(6)", 307, u"", u""},
 
     {Radice, u"MHelp", 0, u"", u"", true},
     {u"MHelp", u"MenuHelp(0)", 61, u"informazioni_su", u""},

@@ -5,6 +5,7 @@
 #include "app/TabellaComandi.h"
 #include "app/TabellaLingua.h"
 #include "app/TempoCaricamento.h"
+#include "dialogs/Modelli.h"
 #include "dialogs/PaginaVuota.h"
 #include "editor/FrmPaginaHTML.h"
 
@@ -104,6 +105,7 @@ void TstFrmStart::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QApplication::setQuitOnLastWindowClosed(false);
+    Modelli::ImpostaMostra(false); // every new page here is the blank one
     QVERIFY(QFile::copy(QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db"), Percorso(u"tag html.db"_s)));
 }
 
