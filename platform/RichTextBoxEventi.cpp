@@ -28,6 +28,12 @@ int Bottone(Qt::MouseButton bottone)
     }
 }
 
+/// Text from elsewhere, with the line ends of a page.
+QString TestoPagina(const QMimeData &dati)
+{
+    return dati.text().replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
+}
+
 } // namespace
 
 void RichTextBox::keyPressEvent(QKeyEvent *evento)
@@ -176,8 +182,8 @@ void RichTextBox::dropEvent(QDropEvent *evento)
     if (evento->source() == viewport() && evento->dropAction() == Qt::MoveAction) {
         SpostaSelezione(dove);
     } else {
-        ImpostaSelStart(dove);
-        insertFromMimeData(evento->mimeData());
+        Sostituisci(dove, 0, TestoPagina(*evento->mimeData()));
+        ensureCursorVisible();
     }
     evento->acceptProposedAction();
 }
@@ -201,8 +207,6 @@ bool RichTextBox::canInsertFromMimeData(const QMimeData *dati) const
 
 void RichTextBox::insertFromMimeData(const QMimeData *dati)
 {
-    QString testo = dati->text();
-    testo.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
-    ImpostaSelText(testo);
+    ImpostaSelText(TestoPagina(*dati));
     ensureCursorVisible();
 }
