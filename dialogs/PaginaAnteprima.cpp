@@ -62,11 +62,12 @@ int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
         return MotivoNonFile;
     QFile file(percorso);
     errno = 0;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+    // Written over the old page: to give its memory back and ask for it again would double the cost of a key.
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return Motivo(errno);
     const QByteArray byte = Codifiche::ByteDaTesto(testo, formato);
     errno = 0;
-    return file.write(byte) == byte.size() ? 0 : Motivo(errno);
+    return file.write(byte) == byte.size() && file.resize(byte.size()) ? 0 : Motivo(errno);
 }
 
 void PaginaAnteprima::Rimuovi()

@@ -88,6 +88,8 @@ void MotoreWebEngine::CreaPagina()
 
 void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto)
 {
+    if (m_pagina->Irrequieta())
+        CreaPagina();
     m_schema->Imposta(percorso, posto);
     m_pagina->Mostra(SchemaPagina::DaPercorso(posto));
 }

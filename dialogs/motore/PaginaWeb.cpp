@@ -70,6 +70,8 @@ bool PaginaWeb::acceptNavigationRequest(const QUrl &indirizzo, NavigationType ti
         return true;
     if (tipo == NavigationTypeLinkClicked)
         Segui(indirizzo);
+    else
+        m_irrequieta = true;
     return false;
 }
 

@@ -14,6 +14,8 @@ public:
 
     /// Shows \a indirizzo, or loads it again.
     void Mostra(const QUrl &indirizzo);
+    /// True when the page tried to go elsewhere or to load itself again: it could cross the next navigation too.
+    [[nodiscard]] bool Irrequieta() const { return m_irrequieta; }
     /// The user released a mouse button over the page: the next link counts as clicked.
     void AnnotaClic();
 
@@ -35,4 +37,5 @@ private:
     QUrl m_indirizzo;
     QDeadlineTimer m_clic{0};
     bool m_attesa = false;
+    bool m_irrequieta = false;
 };
