@@ -79,6 +79,7 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
     setObjectName(u"FrmStart"_s);
     setWindowIcon(ModuloGrafica::Icona(u"velloro"));
     Stato().FileAnteprima = PaginaAnteprima::Percorso();
+    PaginaAnteprima::Rimuovi(); // a killed program may have left its page
     CostruisciFinestra();
     CostruisciStato();
     CostruisciFinestreInterne();
@@ -297,6 +298,18 @@ void FrmStart::Avvia()
 {
     if (!m_documento->ErroreBase().isEmpty())
         Domande::Semplice(this, m_documento->ErroreBase());
+    // A large page takes its time: the window is there first.
+    if (!m_daAprire.isEmpty()) {
+        Rivela();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    ApriOInizia();
+    m_avviata = true;
+    ForseMostrata();
+}
+
+void FrmStart::ApriOInizia()
+{
     if (OffriRecupero())
         return;
     if (m_daAprire.isEmpty() || (!m_pagina->Apri(m_daAprire) && Stato().FileCorrente.isEmpty()))
@@ -326,7 +339,14 @@ void FrmStart::Rivela()
     m_area->setActiveSubWindow(m_finestraDocumento);
     m_pad->setFocus();
     AggiornaAnteprima(false);
-    emit Mostrata();
+    m_rivelata = true;
+    ForseMostrata();
+}
+
+void FrmStart::ForseMostrata()
+{
+    if (m_avviata && m_rivelata)
+        emit Mostrata();
 }
 
 bool FrmStart::eventFilter(QObject *oggetto, QEvent *evento)

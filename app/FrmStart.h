@@ -67,6 +67,8 @@ private:
     void Disponi(bool ancheDocumento);
     void Rivela();
     void Avvia();
+    void ApriOInizia();
+    void ForseMostrata();
     void EseguiComandoModifica(int indice, Hwnd hwnd);
     void MostraTempoCaricamento(const QString &file);
     void MostraPosizione();
@@ -101,4 +103,6 @@ private:
     QTimer *m_rivelazione = nullptr;
     QString m_daAprire;
     bool m_inDisposizione = false;
+    bool m_avviata = false;  ///< the first page is in the editor
+    bool m_rivelata = false; ///< the window is on the screen
 };

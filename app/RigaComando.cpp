@@ -86,6 +86,5 @@ QString RigaComando::Aiuto(const QString &programma)
     };
     return Messaggio(230).arg(programma) + u"\n"_s + Messaggio(217) + u"\n\n"_s + opzione(u"FILE"_s, 231) + u"\n"_s +
            Messaggio(237) + u"\n"_s + opzione(u"-h, --help"_s, 232) + opzione(u"-v, --version"_s, 233) +
-           opzione(u"--lingua LINGUA"_s, 235) + opzione(u"--verifica"_s, 234) +
-           opzione(u"--json"_s, 236);
+           opzione(u"--lingua LINGUA"_s, 235) + opzione(u"--verifica"_s, 234) + opzione(u"--json"_s, 236);
 }

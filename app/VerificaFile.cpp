@@ -66,7 +66,8 @@ bool Leggi(const QString &file, QString &testo)
 
 int VerificaFile::Esegui(const RigaComando &riga, const QString &cartella)
 {
-    const ModuloTag::EsitoCaricamento base = ModuloTag::CaricaTag(ModuloDichiarazioni::PercorsoIn(cartella, u"tag html.db"));
+    const ModuloTag::EsitoCaricamento base =
+        ModuloTag::CaricaTag(ModuloDichiarazioni::PercorsoIn(cartella, u"tag html.db"));
     if (!base.Riuscito()) {
         Scrivi(stderr, base.messaggio.toUtf8() + '\n');
         return NonLetto;

@@ -3,6 +3,7 @@
 #include "app/ModuloDichiarazioni.h"
 #include "editor/ModuloColori.h"
 #include "html/ContestoTag.h"
+#include "html/LetturaTag.h"
 #include "html/ModuloCompletamento.h"
 #include "html/VerificaSintassi.h"
 #include "platform/RichTextBox.h"
@@ -88,7 +89,9 @@ void TastiPagina::Spazio(const QString &tag)
 {
     const QPointer<RichTextBox> pad(m_pad);
     Verifica();
-    ModuloCompletamento::SuggerisciAttributi(m_pad, tag);
+    // Between the quotes of a value a blank is text, and a list there would take the next keys for itself.
+    if (!LetturaTag::DentroVirgolette(*m_pad, m_pad->SelStart()))
+        ModuloCompletamento::SuggerisciAttributi(m_pad, tag);
     if (pad && ContestoTag::DentroTag(pad))
         ModuloColori::ControllaTagCorrente(*pad);
 }

@@ -218,6 +218,11 @@ void TstFrmPaginaHTML::completionByKeys()
     QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"center\"></TD> "_s);
     QCOMPARE(pad->AspettoIn(9).colore, 0xC00000u);
     QCOMPARE(pad->AspettoIn(12).colore, 0xFF00FFu);
+    // A blank within a value is a blank.
+    pad->ImpostaSelStart(20);
+    QTest::keyClick(pad, Qt::Key_Space);
+    QVERIFY(!FrmComplete::Corrente());
+    QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"c enter\"></TD> "_s);
 }
 
 QTEST_MAIN(TstFrmPaginaHTML)

@@ -128,8 +128,10 @@ void TstRigaComando::checksFiles()
 
 void TstRigaComando::checksInEveryEncoding()
 {
-    const QByteArray utf16 = QByteArray("\xFF\xFE") + QByteArray(reinterpret_cast<const char *>(u"<P>\r\n<F\u00d2O>"), 20);
-    QCOMPARE(Esegui({u"--lingua=ita"_s, u"--verifica"_s, u"-"_s}, utf16).uscita, u"-:2: Il tag 'F\u00d2O' non esiste.\n"_s);
+    const QByteArray utf16 =
+        QByteArray("\xFF\xFE") + QByteArray(reinterpret_cast<const char *>(u"<P>\r\n<F\u00d2O>"), 20);
+    QCOMPARE(Esegui({u"--lingua=ita"_s, u"--verifica"_s, u"-"_s}, utf16).uscita,
+             u"-:2: Il tag 'F\u00d2O' non esiste.\n"_s);
 }
 
 void TstRigaComando::json()
