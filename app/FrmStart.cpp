@@ -506,7 +506,8 @@ void FrmStart::Esci()
 void FrmStart::FineDalSistema()
 {
     m_recupero->Lascia();
-    QCoreApplication::quit();
+    // Not quit(): that closes the windows one by one, and closing asks.
+    QCoreApplication::exit();
 }
 
 void FrmStart::closeEvent(QCloseEvent *evento)
