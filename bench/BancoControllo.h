@@ -9,6 +9,7 @@
 #include "bench/Pagine.h"
 
 class RichTextBox;
+class clsUndo;
 
 /// The editing control in a window on the screen, with one page, and what is done with it.
 class BancoControllo
@@ -33,6 +34,13 @@ public:
     [[nodiscard]] double RtfDopoUnaRiga();      ///< the same again after one line changed
     [[nodiscard]] double ImpostaRtfDiUnaRiga(); ///< RTF put back that differs in one line, until painted
 
+    [[nodiscard]] double Registrazione(); ///< undo record of one changed line
+    [[nodiscard]] double Annullamento();  ///< that record undone, until painted
+    [[nodiscard]] double Ripristino();    ///< and redone, until painted
+    [[nodiscard]] double Scansione();     ///< scan and lookups of the whole page, without a widget
+    [[nodiscard]] double Verifica();      ///< full check with colours
+    [[nodiscard]] double VerificaTag();   ///< what a key release in a tag asks for: context, check of the tag
+
     /// Resident megabytes that a shown and coloured page of the control takes. For a process of its own, which did
     /// nothing else before.
     [[nodiscard]] static double Memoria(int colonna);
@@ -41,6 +49,7 @@ private:
     void Colora();
     void FinoAlDisegno();
     void CambiaUnaRiga();
+    void Registra(clsUndo &undo);
 
     std::unique_ptr<RichTextBox> m_controllo;
     std::unique_ptr<QObject> m_spia;

@@ -1,6 +1,7 @@
 #include "bench/BancoControllo.h"
 #include "bench/Misura.h"
 #include "bench/Tabella.h"
+#include "html/ModuloTag.h"
 
 #include <cstdio>
 #include <functional>
@@ -42,6 +43,12 @@ std::vector<Prova> Prove()
     prove.push_back({u"TextRTF, first"_s, [](BancoControllo &b) { return b.RtfIntero(); }});
     prove.push_back({u"TextRTF, one line changed"_s, [](BancoControllo &b) { return b.RtfDopoUnaRiga(); }});
     prove.push_back({u"TextRTF set, one line differs"_s, [](BancoControllo &b) { return b.ImpostaRtfDiUnaRiga(); }});
+    prove.push_back({u"undo record of one line"_s, [](BancoControllo &b) { return b.Registrazione(); }});
+    prove.push_back({u"undo of one line"_s, [](BancoControllo &b) { return b.Annullamento(); }});
+    prove.push_back({u"redo of one line"_s, [](BancoControllo &b) { return b.Ripristino(); }});
+    prove.push_back({u"scan and lookups, no widget"_s, [](BancoControllo &b) { return b.Scansione(); }});
+    prove.push_back({u"full check with colours"_s, [](BancoControllo &b) { return b.Verifica(); }});
+    prove.push_back({u"check of the tag at the caret"_s, [](BancoControllo &b) { return b.VerificaTag(); }});
     return prove;
 }
 
@@ -91,6 +98,8 @@ int main(int argc, char **argv)
         Stampa(QString::number(BancoControllo::Memoria(opzioni.value(memoria).toInt())) + u'\n');
         return 0;
     }
+    if (!ModuloTag::CaricaTag(QCoreApplication::applicationDirPath() + u"/../bin/tag html.db"_s).Riuscito())
+        qFatal("no knowledge base beside the program");
     Orologio::diProcessore = opzioni.isSet(processore);
 
     std::vector<Prova> prove = Prove();

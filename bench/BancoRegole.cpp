@@ -1,0 +1,105 @@
+// What the program does with the control's page: undo, check, the tag at the caret.
+
+#include "bench/BancoControllo.h"
+
+#include "bench/Misura.h"
+#include "editor/ModuloColori.h"
+#include "editor/clsUndo.h"
+#include "html/ContestoTag.h"
+#include "html/Risultati.h"
+#include "html/VerificaDaRiga.h"
+#include "html/VerificaSintassi.h"
+#include "platform/RichTextBox.h"
+
+namespace
+{
+
+constexpr int Pausa = 250; // ms
+
+} // namespace
+
+// One record; the letter that is put in may be the one that stood there, and then it takes another.
+void BancoControllo::Registra(clsUndo &undo)
+{
+    do
+        CambiaUnaRiga();
+    while (!undo.TakeUndoSnapShot());
+}
+
+double BancoControllo::Registrazione()
+{
+    clsUndo undo;
+    undo.Attach(&undo, m_controllo.get(), Pausa);
+    Registra(undo);
+    return Mediana(
+        5, 50, [this] { CambiaUnaRiga(); },
+        [&undo] {
+            if (!undo.TakeUndoSnapShot())
+                qFatal("the change was not recorded");
+        });
+}
+
+double BancoControllo::Annullamento()
+{
+    clsUndo undo;
+    undo.Attach(&undo, m_controllo.get(), Pausa);
+    return Mediana(
+        5, 50,
+        [&] {
+            Registra(undo);
+            FinoAlDisegno();
+        },
+        [&] {
+            if (!undo.Undo(1))
+                qFatal("nothing was undone");
+            FinoAlDisegno();
+        });
+}
+
+double BancoControllo::Ripristino()
+{
+    clsUndo undo;
+    undo.Attach(&undo, m_controllo.get(), Pausa);
+    return Mediana(
+        5, 50,
+        [&] {
+            Registra(undo);
+            undo.Undo(1);
+            FinoAlDisegno();
+        },
+        [&] {
+            if (!undo.Redo(1))
+                qFatal("nothing was redone");
+            FinoAlDisegno();
+        });
+}
+
+double BancoControllo::Scansione()
+{
+    const QString pagina = m_controllo->Text();
+    qsizetype lunghezza = 0;
+    return Mediana(
+        3, 25, [] {}, [&] { lunghezza += VerificaDaRiga::InRighe(QString(), pagina).size(); });
+}
+
+double BancoControllo::Verifica()
+{
+    return Mediana(
+        3, 25, [] { ModuloVerificaSintassi::AzzeraRisultati(); },
+        [this] { ModuloVerificaSintassi::VerificaSintassi(*m_controllo, 1, false); });
+}
+
+double BancoControllo::VerificaTag()
+{
+    const int minore = m_controllo->CercaAvanti(u'<', m_controllo->Lunghezza() / 2);
+    m_controllo->ImpostaSelStart(minore < 0 ? 0 : minore + 1);
+    return Mediana(
+        5, 50, [] {},
+        [this] {
+            if (ContestoTag::DentroCommento(m_controllo.get()) || !ContestoTag::DentroTag(m_controllo.get()))
+                return;
+            const auto contesto = ContestoTag::LeggiTagAttributo(m_controllo.get());
+            ModuloColori::ControllaTagCorrente(*m_controllo);
+            ModuloVerificaSintassi::AggiornaElencoErrori(*m_controllo);
+        });
+}
