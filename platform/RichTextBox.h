@@ -240,7 +240,7 @@ private:
     bool m_ridisegnoChiesto = false;
     std::optional<std::pair<int, Aspetto>> m_battitura; ///< typing look and the caret position that it holds for
     int m_ultimoBlocco = -1;                            ///< block of the last change, to be put in order afterwards
-    QHash<quint64, EventoTasto> m_premuti; ///< keys that are down, as they were pressed
+    QHash<quint64, EventoTasto> m_premuti;              ///< keys that are down, as they were pressed
     std::pair<int, int> m_selezione{0, 0};
     Hwnd m_hwnd = 0;
 
