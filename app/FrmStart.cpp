@@ -101,6 +101,10 @@ FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
 
 FrmStart::~FrmStart()
 {
+    // What the inner windows say while they go has no listener any more.
+    m_pad->disconnect(this);
+    m_documento->disconnect(this);
+    m_risultati->disconnect(this);
     delete m_anteprima; // the engine goes before the window that it draws in
     PaginaAnteprima::Rimuovi();
 }

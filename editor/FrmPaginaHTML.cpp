@@ -47,6 +47,13 @@ FrmPaginaHTML::FrmPaginaHTML(QWidget *parent)
     m_timer->start();
 }
 
+FrmPaginaHTML::~FrmPaginaHTML()
+{
+    // The control still speaks when it goes with the other children, and this window is no longer whole then.
+    m_pad->disconnect(this);
+    m_pad->verticalScrollBar()->disconnect(this);
+}
+
 void FrmPaginaHTML::Carica()
 {
     QFont carattere(u"Courier New"_s);

@@ -15,6 +15,7 @@ class FrmPaginaHTML : public QWidget
 
 public:
     explicit FrmPaginaHTML(QWidget *parent = nullptr);
+    ~FrmPaginaHTML() override;
 
     [[nodiscard]] RichTextBox *RichPad() const { return m_pad; }
 
