@@ -1,9 +1,15 @@
 #include "app/Frammenti.h"
 
 #include "app/Comandi.h"
+#include "app/ModuloDichiarazioni.h"
 #include "app/TabellaFrammenti.h"
+#include "dialogs/FrmImage.h"
+#include "dialogs/FrmTabella.h"
 #include "dialogs/SceltaFont.h"
+#include "dialogs/TestoHtml.h"
 #include "platform/RichTextBox.h"
+
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +32,17 @@ private:
     bool m_acceso;
 };
 
+/// What the dialog Finestra leaves behind; empty when it was cancelled.
+template <typename Finestra>
+QString Chiedi(QWidget *padre)
+{
+    // On the heap and watched: the owner may go, and the dialog with it, while it is open.
+    const QPointer<Finestra> dialogo = new Finestra(padre);
+    dialogo->exec();
+    delete dialogo.data();
+    return ModuloDichiarazioni::Stato().TestoInserimento;
+}
+
 } // namespace
 
 Frammenti::Frammenti(RichTextBox *pad, QWidget *finestra) : QObject(finestra), m_pad(pad), m_finestra(finestra) {}
@@ -36,6 +53,9 @@ void Frammenti::Collega(Comandi &comandi)
         const QString comando = frammento.comando.toString();
         comandi.Collega(comando, [this, comando] { InserisciTesto(TabellaFrammenti::Testo(comando)); });
     }
+    comandi.Collega(u"MenuCollegamenti(0)"_s, [this] { ScegliImmagine(); });
+    comandi.Collega(u"MenuCollegamenti(1)"_s, [this] { ScegliSfondo(); });
+    comandi.Collega(u"MenuTabella(0)"_s, [this] { InserisciTabella(); });
     comandi.Collega(u"MFont"_s, [this] { InserisciFont(); });
     comandi.Collega(u"ToolFormat(5)"_s, [this] { RientroRiga(Riduci); });
     comandi.Collega(u"ToolFormat(6)"_s, [this] { RientroRiga(Aumenta); });
@@ -73,7 +93,7 @@ std::optional<Frammenti::Sostituzione> Frammenti::SfondoPagina(QStringView pagin
     const qsizetype trovato = immagine.isEmpty() ? -1 : pagina.indexOf(corpo, 0, Qt::CaseInsensitive);
     if (trovato < 0)
         return std::nullopt;
-    return Sostituzione{int(trovato), int(corpo.size()), corpo + u" background=\""_s + immagine + u'"'};
+    return Sostituzione{int(trovato), int(corpo.size()), corpo + TestoHtml::Attributo(u"background", immagine)};
 }
 
 void Frammenti::InserisciSfondo(const QString &immagine)
@@ -87,6 +107,30 @@ void Frammenti::InserisciSfondo(const QString &immagine)
     m_pad->Sostituisci(cambio->da, cambio->quanti, cambio->testo);
     Verifica(cambio->da + 1, cambio->da + int(cambio->testo.size()));
     emit AnteprimaRichiesta();
+}
+
+void Frammenti::ScegliImmagine()
+{
+    const QPointer<Frammenti> questo(this);
+    const QString scelta = Chiedi<FrmImage>(m_finestra);
+    if (questo)
+        InserisciImmagine(scelta);
+}
+
+void Frammenti::ScegliSfondo()
+{
+    const QPointer<Frammenti> questo(this);
+    const QString scelta = Chiedi<FrmImage>(m_finestra);
+    if (questo)
+        InserisciSfondo(scelta);
+}
+
+void Frammenti::InserisciTabella()
+{
+    const QPointer<Frammenti> questo(this);
+    const QString tabella = Chiedi<FrmTabella>(m_finestra);
+    if (questo && !tabella.isEmpty())
+        InserisciTesto(tabella);
 }
 
 void Frammenti::InserisciFont()

@@ -17,7 +17,7 @@ public:
     /// \a finestra owns this object and the dialogs.
     Frammenti(RichTextBox *pad, QWidget *finestra);
 
-    /// Connects the commands that insert something, but for those that need the image or the table dialog.
+    /// Connects the commands that insert something.
     void Collega(Comandi &comandi);
 
     /// Puts \a testo before the selection, which stays in the page but not selected; the caret goes after it. Positions
@@ -27,6 +27,12 @@ public:
     void InserisciImmagine(const QString &riferimento);
     /// Makes \a immagine the background of the page's body.
     void InserisciSfondo(const QString &immagine);
+    /// Asks for a picture and inserts it.
+    void ScegliImmagine();
+    /// Asks for a picture and makes it the background.
+    void ScegliSfondo();
+    /// Asks for a table and inserts it.
+    void InserisciTabella();
     /// Asks for a font and inserts it.
     void InserisciFont();
 

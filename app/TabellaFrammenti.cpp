@@ -1,6 +1,7 @@
 #include "app/TabellaFrammenti.h"
 
 #include "app/TabellaLingua.h"
+#include "dialogs/TestoHtml.h"
 
 #include <algorithm>
 
@@ -76,5 +77,5 @@ QString TabellaFrammenti::Testo(QStringView comando)
 
 QString TabellaFrammenti::TestoImmagine(const QString &riferimento)
 {
-    return riferimento.isEmpty() ? QString() : u"<IMG src=\""_s + riferimento + u"\">"_s;
+    return riferimento.isEmpty() ? QString() : u"<IMG"_s + TestoHtml::Attributo(u"src", riferimento) + u'>';
 }

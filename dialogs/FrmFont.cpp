@@ -5,6 +5,7 @@
 #include "chrome/ModuloGrafica.h"
 #include "chrome/PictureBox.h"
 #include "dialogs/ColoriHtml.h"
+#include "dialogs/Pezzi.h"
 #include "platform/Misure.h"
 
 #include <QCheckBox>
@@ -22,6 +23,7 @@
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
+using namespace Pezzi;
 
 namespace
 {
@@ -45,40 +47,6 @@ QIcon Campione(const QColor &colore)
     return QIcon(campione);
 }
 
-QLabel *Titolo(qint16 messaggio, QWidget *amico, QWidget *parent)
-{
-    auto *titolo = new QLabel(Messaggio(messaggio), parent);
-    titolo->setBuddy(amico);
-    return titolo;
-}
-
-template <typename Controllo>
-Controllo *Crea(const QString &nome, QWidget *parent)
-{
-    auto *controllo = new Controllo(parent);
-    controllo->setObjectName(nome);
-    return controllo;
-}
-
-/// A panel with its caption above it.
-PictureBox *Pannello(int indice, qint16 messaggio, QWidget *contenitore)
-{
-    auto *pannello = new PictureBox(u"Frame(%1)"_s.arg(indice), contenitore);
-    auto *striscia = new PictureBox(u"PicIntestazioneFrm(%1)"_s.arg(indice), contenitore);
-    striscia->setFixedWidth(Misure::InPixel(2200));
-    ModuloGrafica::DisegnaIntestazione(*striscia, Messaggio(messaggio));
-    auto *colonna = new QVBoxLayout(contenitore);
-    colonna->setContentsMargins(0, 0, 0, 0);
-    colonna->setSpacing(1);
-    // Without a tag the decoration leaves the strip where the layout puts it.
-    auto *sopra = new QHBoxLayout;
-    sopra->setContentsMargins(Misure::InPixel(80), 4, 0, 0);
-    sopra->addWidget(striscia, 0, Qt::AlignLeft);
-    colonna->addLayout(sopra);
-    colonna->addWidget(pannello, 1);
-    return pannello;
-}
-
 } // namespace
 
 FrmFont::FrmFont(const RisultatoFont &iniziale, QWidget *parent) : QDialog(parent)
@@ -86,7 +54,7 @@ FrmFont::FrmFont(const RisultatoFont &iniziale, QWidget *parent) : QDialog(paren
     setObjectName(u"FrmFont"_s);
     setWindowTitle(Messaggio(26));
     setWindowIcon(ModuloGrafica::Icona(u"font"));
-    Crea();
+    CreaControlli();
     RiempiElenchi();
     RiempiColori();
     Mostra(iniziale);
@@ -97,18 +65,18 @@ FrmFont::FrmFont(const RisultatoFont &iniziale, QWidget *parent) : QDialog(paren
     m_faccia->selectAll();
 }
 
-void FrmFont::Crea()
+void FrmFont::CreaControlli()
 {
-    m_faccia = ::Crea<QLineEdit>(u"TxtFaccia"_s, this);
-    m_facce = ::Crea<QListWidget>(u"LstFacce"_s, this);
+    m_faccia = Crea<QLineEdit>(u"TxtFaccia"_s, this);
+    m_facce = Crea<QListWidget>(u"LstFacce"_s, this);
     m_facce->setUniformItemSizes(true);
     m_facce->setMinimumSize(Misure::InPixel(3600), Misure::InPixel(2250));
     m_facce->setAccessibleName(Messaggio(360).remove(u'&'));
-    m_stili = ::Crea<QListWidget>(u"LstStili"_s, this);
+    m_stili = Crea<QListWidget>(u"LstStili"_s, this);
     m_stili->setFixedWidth(Misure::InPixel(2100));
-    m_dimensione = ::Crea<QSpinBox>(u"TxtDimensione"_s, this);
+    m_dimensione = Crea<QSpinBox>(u"TxtDimensione"_s, this);
     m_dimensione->setRange(1, MassimaDimensione);
-    m_dimensioni = ::Crea<QListWidget>(u"LstDimensioni"_s, this);
+    m_dimensioni = Crea<QListWidget>(u"LstDimensioni"_s, this);
     m_dimensioni->setFixedWidth(Misure::InPixel(1350));
     m_dimensioni->setAccessibleName(Messaggio(362).remove(u'&'));
     m_dimensione->setFixedWidth(m_dimensioni->width());
@@ -138,12 +106,12 @@ void FrmFont::Crea()
 QWidget *FrmFont::CreaEffetti()
 {
     auto *gruppo = new QWidget(this);
-    PictureBox *pannello = Pannello(0, 363, gruppo);
-    m_sottolineato = ::Crea<QCheckBox>(u"ChkSottolineato"_s, pannello);
+    PictureBox *pannello = Pannello(u"Frame(0)"_s, u"PicIntestazioneFrm(0)"_s, 363, gruppo);
+    m_sottolineato = Crea<QCheckBox>(u"ChkSottolineato"_s, pannello);
     m_sottolineato->setText(Messaggio(364));
-    m_barrato = ::Crea<QCheckBox>(u"ChkBarrato"_s, pannello);
+    m_barrato = Crea<QCheckBox>(u"ChkBarrato"_s, pannello);
     m_barrato->setText(Messaggio(365));
-    m_colori = ::Crea<QComboBox>(u"CmbColore"_s, pannello);
+    m_colori = Crea<QComboBox>(u"CmbColore"_s, pannello);
     m_colori->setMinimumWidth(Misure::InPixel(2100));
     m_colori->setMaxVisibleItems(20);
     auto *colonna = new QVBoxLayout(pannello);
@@ -160,10 +128,10 @@ QWidget *FrmFont::CreaEffetti()
 QWidget *FrmFont::CreaEsempio()
 {
     auto *gruppo = new QWidget(this);
-    PictureBox *pannello = Pannello(1, 368, gruppo);
+    PictureBox *pannello = Pannello(u"Frame(1)"_s, u"PicIntestazioneFrm(1)"_s, 368, gruppo);
     // The picture of a page, so that the colour is seen on what it usually stands on.
-    auto *foglio = ::Crea<PictureBox>(u"PicEsempio"_s, pannello);
-    m_esempio = ::Crea<QLabel>(u"LblEsempio"_s, foglio);
+    auto *foglio = Crea<PictureBox>(u"PicEsempio"_s, pannello);
+    m_esempio = Crea<QLabel>(u"LblEsempio"_s, foglio);
     m_esempio->setText(Messaggio(369));
     m_esempio->setAlignment(Qt::AlignCenter);
     m_esempio->setMinimumSize(Misure::InPixel(3600), Misure::InPixel(1200));
@@ -171,11 +139,11 @@ QWidget *FrmFont::CreaEsempio()
     auto *dentro = new QVBoxLayout(foglio);
     dentro->setContentsMargins(1, 1, 1, 1);
     dentro->addWidget(m_esempio);
-    m_tag = ::Crea<QLabel>(u"LblTag"_s, pannello);
+    m_tag = Crea<QLabel>(u"LblTag"_s, pannello);
     m_tag->setTextFormat(Qt::PlainText);
     m_tag->setWordWrap(true);
     m_tag->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_nota = ::Crea<QLabel>(u"LblNota"_s, pannello);
+    m_nota = Crea<QLabel>(u"LblNota"_s, pannello);
     m_nota->setWordWrap(true);
     auto *colonna = new QVBoxLayout(pannello);
     colonna->setContentsMargins(12, 12, 12, 12);
@@ -187,11 +155,9 @@ QWidget *FrmFont::CreaEsempio()
 
 QLayout *FrmFont::CreaPulsanti()
 {
-    m_ok = ::Crea<QPushButton>(u"Cmd(0)"_s, this);
-    m_ok->setText(Messaggio(120));
+    m_ok = Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
     m_ok->setDefault(true);
-    auto *annulla = ::Crea<QPushButton>(u"Cmd(1)"_s, this);
-    annulla->setText(Messaggio(314));
+    auto *annulla = Pulsante(u"Cmd(1)"_s, Messaggio(314), this);
     annulla->setAutoDefault(false);
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(annulla, &QPushButton::clicked, this, &QDialog::reject);
@@ -199,10 +165,8 @@ QLayout *FrmFont::CreaPulsanti()
     riga->setContentsMargins(0, 8, 0, 0);
     riga->setSpacing(8);
     riga->addStretch(1);
-    for (QPushButton *pulsante : {m_ok, annulla}) {
-        pulsante->setProperty("Tag", u"D"_s);
-        riga->addWidget(pulsante);
-    }
+    riga->addWidget(m_ok);
+    riga->addWidget(annulla);
     return riga;
 }
 

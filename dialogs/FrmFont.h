@@ -25,7 +25,7 @@ public:
     [[nodiscard]] RisultatoFont Scelta() const;
 
 private:
-    void Crea();
+    void CreaControlli();
     [[nodiscard]] QWidget *CreaEffetti();
     [[nodiscard]] QWidget *CreaEsempio();
     [[nodiscard]] QLayout *CreaPulsanti();

@@ -2,6 +2,7 @@
 
 #include "dialogs/ColoriHtml.h"
 #include "dialogs/FrmFont.h"
+#include "dialogs/TestoHtml.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,10 +23,10 @@ int DimensioneHtml(int punti)
 
 QString RisultatoFont::TestoHtml() const
 {
-    // A quote would end the attribute; no face is called that way, but the dialog lets one type it.
-    const QString nome = QString(faccia).replace(u'"', u"&quot;"_s);
-    return u"<font size=\""_s + QString::number(DimensioneHtml(dimensione)) + u"\" color=\""_s +
-           ColoriHtml::NomeColore(colore) + u"\" face=\""_s + nome + u"\"> testo di prova </font>"_s;
+    using TestoHtml::Attributo;
+    return u"<font"_s + Attributo(u"size", QString::number(DimensioneHtml(dimensione))) +
+           Attributo(u"color", ColoriHtml::NomeColore(colore)) + Attributo(u"face", faccia) +
+           u"> testo di prova </font>"_s;
 }
 
 QFont RisultatoFont::Carattere() const

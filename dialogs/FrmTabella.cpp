@@ -1,0 +1,187 @@
+#include "dialogs/FrmTabella.h"
+
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "chrome/ModuloGrafica.h"
+#include "chrome/PictureBox.h"
+#include "dialogs/Pezzi.h"
+#include "platform/Misure.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using ModuloDichiarazioni::Stato;
+using ModuloPrincipale::Messaggio;
+using Pezzi::Crea;
+using Pezzi::Titolo;
+
+namespace
+{
+
+enum Unita { Pixel = 0, Percento = 1 };
+constexpr int SenzaLimite = 32767; // characters that an edit box takes when nothing is said
+
+QLineEdit *Casella(const QString &nome, const QString &testo, int massimo, QWidget *parent)
+{
+    auto *casella = Crea<QLineEdit>(nome, parent);
+    casella->setMaxLength(massimo);
+    casella->setText(testo);
+    casella->setFixedWidth(Misure::InPixel(1050));
+    return casella;
+}
+
+} // namespace
+
+FrmTabella::FrmTabella(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(u"FrmTabella"_s);
+    setWindowTitle(Messaggio(51));
+    setWindowIcon(ModuloGrafica::Icona(u"tabella"));
+    Stato().TestoInserimento.clear();
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(12, 8, 12, 12);
+    colonna->setSpacing(8);
+    colonna->addWidget(CreaDimensioni());
+    colonna->addWidget(CreaMargini());
+    colonna->addLayout(CreaPulsanti());
+    colonna->setSizeConstraint(QLayout::SetFixedSize);
+    ModuloGrafica::Decora(*this);
+    AllineaTitoli();
+    m_righe->setFocus();
+    m_righe->selectAll();
+}
+
+QWidget *FrmTabella::CreaDimensioni()
+{
+    auto *gruppo = new QWidget(this);
+    PictureBox *pannello = Pezzi::Pannello(u"Frame1"_s, u"PicIntestazioneFrm"_s, 102, gruppo);
+    m_righe = Casella(u"txtRighe"_s, u"3"_s, SenzaLimite, pannello);
+    m_colonne = Casella(u"TxtColonne"_s, u"4"_s, SenzaLimite, pannello);
+    m_lunghezza = Casella(u"TxtLunghezza"_s, u"60"_s, 4, pannello);
+    m_unitaLunghezza = CreaUnita(u"CmbLunghezza"_s, Percento, 97, pannello);
+    m_altezza = Casella(u"TxtAltezza"_s, u"80"_s, 4, pannello);
+    m_unitaAltezza = CreaUnita(u"CmbAltezza"_s, Pixel, 98, pannello);
+    auto *griglia = new QGridLayout(pannello);
+    griglia->setContentsMargins(12, 12, 12, 12);
+    griglia->setHorizontalSpacing(8);
+    griglia->setVerticalSpacing(8);
+    const auto riga = [&](int dove, const QString &nome, qint16 messaggio, QLineEdit *casella, QComboBox *unita) {
+        QLabel *titolo = Titolo(messaggio, casella, pannello);
+        titolo->setObjectName(nome);
+        griglia->addWidget(titolo, dove, 0);
+        griglia->addWidget(casella, dove, 1);
+        if (unita)
+            griglia->addWidget(unita, dove, 2);
+    };
+    riga(0, u"lblRighe"_s, 95, m_righe, nullptr);
+    riga(1, u"Label1"_s, 96, m_colonne, nullptr);
+    riga(2, u"Label2"_s, 97, m_lunghezza, m_unitaLunghezza);
+    riga(3, u"Label3"_s, 98, m_altezza, m_unitaAltezza);
+    griglia->setColumnStretch(2, 1);
+    return gruppo;
+}
+
+QWidget *FrmTabella::CreaMargini()
+{
+    auto *gruppo = new QWidget(this);
+    PictureBox *pannello = Pezzi::Pannello(u"Frame2"_s, u"PicIntestazioneFrm2"_s, 103, gruppo);
+    m_margine = Casella(u"TxtMargine"_s, u"3"_s, 2, pannello);
+    m_spaziatura = Casella(u"TxtSpazziatura"_s, u"2"_s, 2, pannello);
+    m_bordo = Casella(u"TxtBordo"_s, u"3"_s, 2, pannello);
+    auto *griglia = new QGridLayout(pannello);
+    griglia->setContentsMargins(12, 12, 12, 12);
+    griglia->setHorizontalSpacing(8);
+    griglia->setVerticalSpacing(8);
+    const auto riga = [&](int dove, const QString &nome, qint16 messaggio, QLineEdit *casella) {
+        QLabel *titolo = Titolo(messaggio, casella, pannello);
+        titolo->setObjectName(nome);
+        griglia->addWidget(titolo, dove, 0);
+        griglia->addWidget(casella, dove, 1);
+    };
+    riga(0, u"Label4"_s, 99, m_margine);
+    riga(1, u"Label5"_s, 100, m_spaziatura);
+    riga(2, u"Label6"_s, 101, m_bordo);
+    griglia->setColumnStretch(2, 1);
+    return gruppo;
+}
+
+QComboBox *FrmTabella::CreaUnita(const QString &nome, int scelta, qint16 messaggio, QWidget *parent)
+{
+    auto *unita = Crea<QComboBox>(nome, parent);
+    unita->addItems({u"Pixel"_s, Messaggio(110)});
+    unita->setCurrentIndex(scelta);
+    unita->setAccessibleName(Messaggio(messaggio).remove(u'&') + u", "_s + Messaggio(258));
+    return unita;
+}
+
+/// The boxes of both panels begin at the same place.
+void FrmTabella::AllineaTitoli()
+{
+    QList<QLabel *> titoli = findChildren<QLabel *>();
+    titoli.removeIf([](const QLabel *titolo) { return !titolo->buddy(); });
+    int larghezza = 0;
+    for (const QLabel *titolo : titoli)
+        larghezza = std::max(larghezza, titolo->sizeHint().width());
+    for (QLabel *titolo : titoli)
+        titolo->setFixedWidth(larghezza);
+}
+
+QLayout *FrmTabella::CreaPulsanti()
+{
+    auto *ok = Pezzi::Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
+    ok->setDefault(true);
+    auto *esci = Pezzi::Pulsante(u"Cmd(1)"_s, Messaggio(72), this);
+    esci->setAutoDefault(false);
+    connect(ok, &QPushButton::clicked, this, &FrmTabella::Conferma);
+    connect(esci, &QPushButton::clicked, this, &QDialog::reject);
+    auto *riga = new QHBoxLayout;
+    riga->setSpacing(8);
+    riga->addStretch(1);
+    riga->addWidget(ok);
+    riga->addWidget(esci);
+    return riga;
+}
+
+TestoTabella::Campi FrmTabella::Campi() const
+{
+    return {.righe = m_righe->text(),
+            .colonne = m_colonne->text(),
+            .larghezza = m_lunghezza->text(),
+            .altezza = m_altezza->text(),
+            .bordo = m_bordo->text(),
+            .spaziatura = m_spaziatura->text(),
+            .margine = m_margine->text()};
+}
+
+void FrmTabella::Conferma()
+{
+    const qint64 celle = TestoTabella::Celle(Campi());
+    if (celle > TestoTabella::MassimoCelle) {
+        const QLocale locale(ModuloPrincipale::NomeLocale(ModuloPrincipale::LinguaCaricata()));
+        QMessageBox::information(
+            this, QGuiApplication::applicationDisplayName(),
+            Messaggio(300).arg(locale.toString(celle), locale.toString(TestoTabella::MassimoCelle)));
+        m_righe->setFocus();
+        m_righe->selectAll();
+        return;
+    }
+    const auto unisci = [](QLineEdit *casella, const QComboBox *unita) {
+        if (unita->currentIndex() != Percento)
+            return;
+        // The box takes four characters when a person types; the unit is not theirs to count.
+        const QString testo = TestoTabella::InPercento(casella->text());
+        casella->setMaxLength(std::max(casella->maxLength(), int(testo.size())));
+        casella->setText(testo);
+    };
+    unisci(m_lunghezza, m_unitaLunghezza);
+    unisci(m_altezza, m_unitaAltezza);
+    Stato().TestoInserimento = TestoTabella::Html(Campi(), Messaggio(104));
+    accept();
+}
