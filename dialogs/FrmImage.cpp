@@ -163,7 +163,7 @@ void FrmImage::changeEvent(QEvent *evento)
 void FrmImage::keyPressEvent(QKeyEvent *evento)
 {
     const bool invio = evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter;
-    if (!invio || !m_file->hasFocus()) {
+    if (!invio || focusWidget() != m_file) {
         QDialog::keyPressEvent(evento);
         return;
     }
@@ -250,7 +250,7 @@ void FrmImage::AggiornaRiferimento()
     m_relativo->setEnabled(!relativo.isEmpty());
     m_relativo->setChecked(m_vuoleRelativo && !relativo.isEmpty());
     const QString riferimento = m_relativo->isChecked() ? relativo : m_file->text();
-    m_riferimento->setText(riferimento.isEmpty() ? QString() : u"src=\""_s + riferimento + u'"');
+    m_riferimento->setText(riferimento);
     m_riferimento->setToolTip(riferimento.toHtmlEscaped());
 }
 

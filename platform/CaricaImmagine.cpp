@@ -7,7 +7,6 @@
 #include <QImageReader>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 using CaricaImmagine::Immagine;
@@ -29,6 +28,20 @@ qint64 Memoria(const QImageReader &lettore, QSize misura)
     return qint64(misura.width()) * misura.height() * std::max(bit, 32) / 8;
 }
 
+/// Size in which a picture fits into memory; empty when it cannot be read smaller than it is. JPEG alone can, by powers
+/// of two.
+QSize SenzaTroppaMemoria(const QImageReader &lettore, QSize misura)
+{
+    constexpr int MassimoDivisore = 8;
+    if (lettore.format() != "jpeg")
+        return {};
+    for (int divisore = 2; divisore <= MassimoDivisore; divisore *= 2) {
+        if (Memoria(lettore, misura / divisore) <= MassimoMemoria)
+            return misura / divisore;
+    }
+    return {};
+}
+
 bool EDisegno(QFile &file)
 {
     if (QFileInfo(file.fileName()).suffix().compare(u"svg", Qt::CaseInsensitive) == 0)
@@ -48,11 +61,11 @@ Immagine LeggiPunti(QFile &file)
     QSize misura = lettore.size();
     if (!misura.isValid() || misura.isEmpty() || std::max(misura.width(), misura.height()) > MassimoLato)
         return {};
-    if (const qint64 memoria = Memoria(lettore, misura); memoria > MassimoMemoria) {
-        // JPEG alone is made smaller while it is read.
-        if (lettore.format() != "jpeg")
+    if (Memoria(lettore, misura) > MassimoMemoria) {
+        const QSize minore = SenzaTroppaMemoria(lettore, misura);
+        if (minore.isEmpty())
             return {};
-        lettore.setScaledSize(misura * std::sqrt(double(MassimoMemoria) / double(memoria)));
+        lettore.setScaledSize(minore);
     }
     if (lettore.transformation() & QImageIOHandler::TransformationRotate90)
         misura.transpose();

@@ -8,7 +8,7 @@ namespace CaricaImmagine
 {
 
 inline constexpr qint64 MassimoFile = qint64(128) * 1024 * 1024;    ///< bytes; larger files are not read
-inline constexpr qint64 MassimoMemoria = qint64(256) * 1024 * 1024; ///< bytes that a decoded picture may take
+inline constexpr qint64 MassimoMemoria = qint64(128) * 1024 * 1024; ///< bytes that a decoded picture may take
 inline constexpr int LatoDisegno = 2048; ///< pixels of the longer side that a drawing is rendered in
 
 struct Immagine {

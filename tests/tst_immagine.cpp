@@ -1,0 +1,546 @@
+#include "app/ModuloDichiarazioni.h"
+#include "app/TabellaLingua.h"
+#include "dialogs/AnteprimaImmagine.h"
+#include "dialogs/FrmImage.h"
+#include "dialogs/RiferimentoImmagine.h"
+#include "platform/CaricaImmagine.h"
+#include "platform/DisegnoSvg.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QtEndian>
+
+#include <array>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using File_System::Stile;
+using ModuloDichiarazioni::Stato;
+using ModuloPrincipale::Messaggio;
+
+// The picture loader, the image dialog and the reference that comes out of it.
+class TstImmagine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void pictures_data();
+    void pictures();
+    void notPictures_data();
+    void notPictures();
+    void bombsTakeBoundedMemory();
+    void hugeJpegIsReadSmaller();
+    void firstFrameOfAnAnimation();
+    void drawingsStayInTheirFile();
+    void drawingsThatNeverEnd_data();
+    void drawingsThatNeverEnd();
+    void relativeReference_data();
+    void relativeReference();
+    void chooserOpensOnce();
+    void enterPreviewsWithoutClosing();
+    void missingFile();
+    void brokenFile();
+    void confirming_data();
+    void confirming();
+    void zoomSteps();
+
+private:
+    [[nodiscard]] QString Percorso(const QString &nome) const { return m_cartella.filePath(nome); }
+    QString Scrivi(const QString &nome, const QByteArray &byte) const;
+    QString Disegna(const QString &nome, QSize misura = {40, 30}) const;
+    QTemporaryDir m_cartella;
+};
+
+namespace
+{
+
+const QByteArray TestaSvg = "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' "
+                            "width='40' height='30'>";
+
+quint32 Controllo(const QByteArray &byte)
+{
+    quint32 crc = 0xFFFFFFFF;
+    for (const char uno : byte) {
+        crc ^= quint8(uno);
+        for (int i = 0; i < 8; ++i)
+            crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320 : 0);
+    }
+    return ~crc;
+}
+
+QByteArray Numero(quint32 numero)
+{
+    QByteArray byte(4, 0);
+    qToBigEndian(numero, byte.data());
+    return byte;
+}
+
+/// A PNG that says it is as large as this and whose points are all zero.
+QByteArray BombaPng(quint32 larga, quint32 alta)
+{
+    const auto pezzo = [](const QByteArray &tipo, const QByteArray &dati) {
+        return Numero(quint32(dati.size())) + tipo + dati + Numero(Controllo(tipo + dati));
+    };
+    QByteArray compresso = qCompress(QByteArray(32 * 1024 * 1024, 0), 9).sliced(4);
+    return "\x89PNG\r\n\x1A\n" + pezzo("IHDR", Numero(larga) + Numero(alta) + QByteArray("\x08\x06\0\0\0", 5)) +
+           pezzo("IDAT", compresso) + pezzo("IEND", {});
+}
+
+/// Two frames of 2 x 2 points, the first red, the second blue.
+QByteArray GifAnimata()
+{
+    QByteArray gif("GIF89a\2\0\2\0\x80\0\0\xFF\0\0\0\0\xFF", 19);
+    for (const char *punti : {"\x84\x51", "\x8C\x2D"}) // four times colour 0; four times colour 1
+        gif += QByteArray("\x21\xF9\4\0\x0A\0\0\0\x2C\0\0\0\0\2\0\2\0\0\2\2", 20) + QByteArray(punti, 2) + '\0';
+    return gif + ';';
+}
+
+/// The files in \a nomi made bigger than memory would hold if they were read as they say.
+qint64 MemoriaMassima()
+{
+    rusage uso{};
+    getrusage(RUSAGE_SELF, &uso);
+    return qint64(uso.ru_maxrss) * 1024;
+}
+
+/// Answers every message box while it lives, and cancels every file chooser.
+class Risposte
+{
+public:
+    Risposte()
+    {
+        QObject::connect(&m_attesa, &QTimer::timeout, &m_attesa, [this] {
+            QWidget *aperta = QApplication::activeModalWidget();
+            if (auto *box = qobject_cast<QMessageBox *>(aperta)) {
+                testi += box->text();
+                box->accept();
+            } else if (auto *file = qobject_cast<QFileDialog *>(aperta)) {
+                ++scelte;
+                titolo = file->windowTitle();
+                file->reject();
+            }
+        });
+        m_attesa.start(0);
+    }
+    QStringList testi;
+    int scelte = 0;
+    QString titolo;
+
+private:
+    QTimer m_attesa;
+};
+
+/// A dialog on the screen whose file chooser has been cancelled.
+struct Aperta {
+    Aperta()
+    {
+        dialogo.show();
+        QApplication::setActiveWindow(&dialogo);
+        QTRY_COMPARE(risposte.scelte, 1);
+        QTRY_COMPARE(QApplication::activeModalWidget(), nullptr);
+    }
+    template <typename T>
+    T *Trova(const QString &nome)
+    {
+        return dialogo.findChild<T *>(nome);
+    }
+    void Scrivi(const QString &percorso)
+    {
+        file->setFocus();
+        file->setText(percorso);
+        QTest::keyClick(file, Qt::Key_Return);
+    }
+    Risposte risposte;
+    FrmImage dialogo;
+    QLineEdit *file = Trova<QLineEdit>(u"TxtFile"_s);
+    AnteprimaImmagine *anteprima = Trova<AnteprimaImmagine>(u"AreaAnteprima"_s);
+    QCheckBox *relativo = Trova<QCheckBox>(u"ChkRelativo"_s);
+};
+
+} // namespace
+
+QString TstImmagine::Scrivi(const QString &nome, const QByteArray &byte) const
+{
+    QFile file(Percorso(nome));
+    if (!file.open(QIODevice::WriteOnly) || file.write(byte) != byte.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+QString TstImmagine::Disegna(const QString &nome, QSize misura) const
+{
+    QImage immagine(misura, QImage::Format_RGB32);
+    immagine.fill(Qt::darkGreen);
+    if (!immagine.save(Percorso(nome)))
+        qFatal("cannot write %s", qPrintable(nome));
+    return Percorso(nome);
+}
+
+void TstImmagine::initTestCase()
+{
+    QCOMPARE(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_SORGENTI "/data"), 0).errore, QString());
+    QVERIFY(QDir(m_cartella.path()).mkpath(u"sito/img"_s));
+}
+
+void TstImmagine::init()
+{
+    Stato() = {};
+}
+
+void TstImmagine::pictures_data()
+{
+    QTest::addColumn<QString>("nome");
+    for (const char *nome : {"a.png", "a.jpg", "a.bmp", "a.gif", "a.webp", "a.svg", "png under another name.gif"})
+        QTest::newRow(nome) << QString::fromUtf8(nome);
+}
+
+void TstImmagine::pictures()
+{
+    QFETCH(QString, nome);
+    const QSize misura(40, 30);
+    if (nome.endsWith(u".svg"_s)) {
+        Scrivi(nome, TestaSvg + "<rect width='40' height='30' fill='#006400'/></svg>");
+    } else if (nome == u"a.gif"_s) {
+        // Colour 0 throughout, in codes of nine bits: nothing here writes GIF.
+        Scrivi(nome, GifAnimata());
+        QCOMPARE(CaricaImmagine::Carica(Percorso(nome)).misura, QSize(2, 2));
+        return;
+    } else {
+        Disegna(u"prima.png"_s);
+        QImage verde(misura, QImage::Format_RGB32);
+        verde.fill(QColor(0, 100, 0));
+        QVERIFY(verde.save(Percorso(nome), nome.startsWith(u"png"_s) ? "png" : nullptr));
+    }
+    const CaricaImmagine::Immagine letta = CaricaImmagine::Carica(Percorso(nome));
+    QCOMPARE(letta.misura, misura);
+    const QColor colore = letta.immagine.pixelColor(letta.immagine.width() / 2, letta.immagine.height() / 2);
+    QVERIFY2(colore.red() < 4 && qAbs(colore.green() - 100) < 4 && colore.blue() < 4, qPrintable(colore.name()));
+}
+
+void TstImmagine::notPictures_data()
+{
+    QTest::addColumn<QString>("percorso");
+    QTest::newRow("empty") << Scrivi(u"vuoto.png"_s, {});
+    QTest::newRow("text") << Scrivi(u"testo.jpg"_s, "this is no picture\r\n");
+    QFile intero(Disegna(u"intero.png"_s, {400, 300}));
+    QVERIFY(intero.open(QIODevice::ReadOnly));
+    const QByteArray byte = intero.readAll();
+    QTest::newRow("cut off in its header") << Scrivi(u"testa.png"_s, byte.first(20));
+    QTest::newRow("broken drawing") << Scrivi(u"rotto.svg"_s, TestaSvg + "<rect></svg>");
+    QTest::newRow("drawing without a size") << Scrivi(u"senza.svg"_s, "<svg width='0' height='0'></svg>");
+    QTest::newRow("folder") << m_cartella.path();
+    QTest::newRow("device") << u"/dev/zero"_s;
+    // Nobody writes into it: opening it would wait for ever.
+    QCOMPARE(mkfifo(qPrintable(Percorso(u"tubo.png"_s)), 0600), 0);
+    QTest::newRow("pipe") << Percorso(u"tubo.png"_s);
+    QTest::newRow("missing") << Percorso(u"manca.png"_s);
+}
+
+void TstImmagine::notPictures()
+{
+    QFETCH(QString, percorso);
+    QVERIFY(CaricaImmagine::Carica(percorso).immagine.isNull());
+}
+
+void TstImmagine::bombsTakeBoundedMemory()
+{
+    const qint64 prima = MemoriaMassima();
+    // A few kilobytes each that would be 40 GB, 14 GB and 4 GB of points.
+    QByteArray gif = GifAnimata();
+    gif.replace(6, 4, QByteArray("\xFF\xFF\xFF\xFF", 4));
+    const QStringList bombe{Scrivi(u"bomba.png"_s, BombaPng(100'000, 100'000)),
+                            Scrivi(u"bomba2.png"_s, BombaPng(30'000, 30'000)), Scrivi(u"bomba.gif"_s, gif),
+                            Scrivi(u"bomba.bmp"_s, QByteArray("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\0\x7F\0\0"
+                                                              "\0\x7F\0\0\1\0\x20\0\0\0\0\0",
+                                                              34) +
+                                                       QByteArray(60, 0))};
+    for (const QString &bomba : bombe)
+        QVERIFY2(CaricaImmagine::Carica(bomba).immagine.isNull(), qPrintable(bomba));
+    // The largest that is allowed is really read.
+    QImage grande(5000, 6000, QImage::Format_RGB32);
+    grande.fill(Qt::red);
+    QVERIFY(grande.save(Percorso(u"grande.png"_s)));
+    grande = {};
+    QCOMPARE(CaricaImmagine::Carica(Percorso(u"grande.png"_s)).misura, QSize(5000, 6000));
+    const qint64 preso = MemoriaMassima() - prima;
+    QVERIFY2(preso < 3 * CaricaImmagine::MassimoMemoria, qPrintable(QString::number(preso)));
+}
+
+void TstImmagine::hugeJpegIsReadSmaller()
+{
+    QImage grande(16'000, 6'000, QImage::Format_Grayscale8);
+    grande.fill(Qt::white);
+    QVERIFY(grande.save(Percorso(u"grande.jpg"_s)));
+    grande = {};
+    const CaricaImmagine::Immagine letta = CaricaImmagine::Carica(Percorso(u"grande.jpg"_s));
+    QCOMPARE(letta.misura, QSize(16'000, 6'000));
+    QVERIFY(!letta.immagine.isNull() && letta.immagine.width() < 16'000);
+    QVERIFY(letta.immagine.sizeInBytes() <= CaricaImmagine::MassimoMemoria);
+}
+
+void TstImmagine::firstFrameOfAnAnimation()
+{
+    const QImage immagine = CaricaImmagine::Carica(Scrivi(u"animata.gif"_s, GifAnimata())).immagine;
+    QCOMPARE(immagine.size(), QSize(2, 2));
+    QCOMPARE(immagine.pixelColor(1, 1), QColor(Qt::red));
+}
+
+void TstImmagine::drawingsStayInTheirFile()
+{
+    const QString fuori = Disegna(u"fuori.png"_s);
+    QFile file(fuori);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray dentro = "data:image/png;base64," + file.readAll().toBase64();
+    const QByteArray annidato =
+        "data:image/svg+xml;base64," +
+        (TestaSvg + "<image width='9' height='9' xlink:href='" + fuori.toUtf8() + "'/></svg>").toBase64();
+    const QByteArray foglio = Scrivi(u"f.css"_s, "rect{fill:red}").toUtf8();
+    const auto con = [](const QByteArray &href) {
+        return TestaSvg + "<image width='40' height='30' xlink:href='" + href + "'/></svg>";
+    };
+    const auto mezzo = [](const QByteArray &svg) {
+        const QImage immagine = DisegnoSvg::Disegna(svg, 40).immagine;
+        return immagine.isNull() ? QColor(Qt::magenta) : immagine.pixelColor(20, 15);
+    };
+    QCOMPARE(mezzo(con(dentro)), QColor(Qt::darkGreen));
+    for (const QByteArray &href : {fuori.toUtf8(), "file://" + fuori.toUtf8(), annidato})
+        QCOMPARE(mezzo(con(href)).alpha(), 0);
+    QCOMPARE(mezzo("<?xml version='1.0'?><?xml-stylesheet type='text/css' href='" + foglio + "'?>" + TestaSvg +
+                   "<rect width='40' height='30' fill='blue'/></svg>"),
+             QColor(Qt::blue));
+    // What is left holds nothing that could lead out.
+    const auto pulito = DisegnoSvg::Ripulisci(
+        "<!DOCTYPE svg [<!ENTITY e SYSTEM 'file:///etc/passwd'>]>" + TestaSvg +
+        "<script>1</script><a href='http://h/'><g id='g'/></a><use xlink:href='#g'/><use href='o.svg#g'/></svg>");
+    QVERIFY(pulito);
+    QCOMPARE(QString::fromUtf8(pulito->svg.sliced(pulito->svg.indexOf("30\"") + 4)),
+             u"<a><g id=\"g\"/></a><use xlink:href=\"#g\"/><use/></svg>"_s);
+}
+
+void TstImmagine::drawingsThatNeverEnd_data()
+{
+    QTest::addColumn<QByteArray>("svg");
+    QByteArray risate = TestaSvg + "<defs><g id='a0'><rect width='9' height='9'/></g>";
+    for (int i = 1; i <= 12; ++i) {
+        risate += "<g id='a" + QByteArray::number(i) + "'>" +
+                  QByteArray("<use xlink:href='#a" + QByteArray::number(i - 1) + "'/>").repeated(10) + "</g>";
+    }
+    QTest::newRow("each uses the one before it ten times") << risate + "</defs><use xlink:href='#a12'/></svg>";
+    QByteArray catena = TestaSvg;
+    for (int i = 0; i < 5000; ++i)
+        catena += "<g id='c" + QByteArray::number(i) + "'><use href='#c" + QByteArray::number(i + 1) + "'/></g>";
+    QTest::newRow("a long chain") << catena + "</svg>";
+    QTest::newRow("the same in a style") << TestaSvg + "<g id='a' style='fill:url(#b)'/><g id='b'>" +
+                                                "<use href='#a'/></g></svg>";
+    QTest::newRow("uses itself") << TestaSvg + "<g id='a'><use xlink:href='#a'/></g></svg>";
+    QTest::newRow("nested too deep") << TestaSvg + QByteArray("<g>").repeated(100'000);
+    QTest::newRow("too many elements") << TestaSvg + QByteArray("<rect/>").repeated(200'000) + "</svg>";
+    QByteArray entita = "<!DOCTYPE svg [<!ENTITY a0 'xxxxxxxxxx'>";
+    for (int i = 1; i <= 9; ++i) {
+        entita += "<!ENTITY a" + QByteArray::number(i) + " '" +
+                  QByteArray("&a" + QByteArray::number(i - 1) + ";").repeated(10) + "'>";
+    }
+    QTest::newRow("entities") << entita + "]>" + TestaSvg + "<text>&a9;</text></svg>";
+    const QByteArray bomba =
+        "<image width='1' height='1' href='data:image/png;base64," + BombaPng(4000, 4000).toBase64() + "'/>";
+    QTest::newRow("pictures in it") << TestaSvg + bomba.repeated(2) + "</svg>";
+}
+
+void TstImmagine::drawingsThatNeverEnd()
+{
+    QFETCH(QByteArray, svg);
+    QVERIFY(!DisegnoSvg::Ripulisci(svg));
+    QVERIFY(CaricaImmagine::Carica(Scrivi(u"infinito.svg"_s, svg)).immagine.isNull());
+}
+
+void TstImmagine::relativeReference_data()
+{
+    QTest::addColumn<QString>("immagine");
+    QTest::addColumn<QString>("pagina");
+    QTest::addColumn<bool>("windows");
+    QTest::addColumn<QString>("atteso");
+    const QString pagina = u"/casa/sito/p.html"_s;
+    QTest::newRow("beside the page") << u"/casa/sito/a.gif"_s << pagina << false << u"a.gif"_s;
+    QTest::newRow("below") << u"/casa/sito/img/x/a.gif"_s << pagina << false << u"img/x/a.gif"_s;
+    QTest::newRow("above") << u"/casa/a.gif"_s << pagina << false << QString();
+    QTest::newRow("a folder whose name begins alike") << u"/casa/sito2/a.gif"_s << pagina << false << QString();
+    QTest::newRow("dots lead out") << u"/casa/sito/../a.gif"_s << pagina << false << QString();
+    QTest::newRow("dots lead back") << u"/casa/x/../sito/a.gif"_s << pagina << false << u"a.gif"_s;
+    QTest::newRow("the folder itself") << u"/casa/sito"_s << pagina << false << QString();
+    QTest::newRow("page at the root") << u"/img/a.gif"_s << u"/p.html"_s << false << u"img/a.gif"_s;
+    QTest::newRow("blank, percent, hash, question mark, quote")
+        << u"/casa/sito/a b%20#1?.\"gif"_s << pagina << false << u"a%20b%2520%231%3F.%22gif"_s;
+    QTest::newRow("a colon is no scheme") << u"/casa/sito/data:x,y.gif"_s << pagina << false << u"data%3Ax%2Cy.gif"_s;
+    QTest::newRow("a backslash is a letter") << u"/casa/sito/a\\b.gif"_s << pagina << false << u"a%5Cb.gif"_s;
+    QTest::newRow("all of Unicode") << u"/casa/sito/città/图😀.gif"_s << pagina << false
+                                    << u"citt%C3%A0/%E5%9B%BE%F0%9F%98%80.gif"_s;
+    const QString finestre = u"C:\\Sito\\p.html"_s;
+    QTest::newRow("Windows: below, in another case")
+        << u"c:\\sito\\Img\\a b.gif"_s << finestre << true << u"Img/a%20b.gif"_s;
+    QTest::newRow("Windows: another drive") << u"D:\\Sito\\a.gif"_s << finestre << true << QString();
+    QTest::newRow("Windows: network") << u"\\\\server\\s\\img\\a.gif"_s << u"\\\\server\\s\\p.html"_s << true
+                                      << u"img/a.gif"_s;
+    QTest::newRow("POSIX: letter case counts") << u"/casa/Sito/a.gif"_s << pagina << false << QString();
+    QTest::newRow("no page") << u"/casa/a.gif"_s << QString() << false << QString();
+}
+
+void TstImmagine::relativeReference()
+{
+    QFETCH(QString, immagine);
+    QFETCH(QString, pagina);
+    QFETCH(bool, windows);
+    QTEST(RiferimentoImmagine::Relativo(immagine, pagina, windows ? Stile::Windows : Stile::Posix), "atteso");
+}
+
+void TstImmagine::chooserOpensOnce()
+{
+    Stato().TestoInserimento = u"of another dialog"_s;
+    Aperta aperta;
+    QCOMPARE(Stato().TestoInserimento, QString());
+    QCOMPARE(aperta.risposte.titolo, Messaggio(318));
+    QVERIFY(aperta.dialogo.isVisible() && aperta.file->text().isEmpty());
+    QVERIFY(aperta.risposte.testi.isEmpty());
+    QWidget altra;
+    altra.show();
+    QApplication::setActiveWindow(&altra);
+    QApplication::setActiveWindow(&aperta.dialogo);
+    QCoreApplication::processEvents();
+    QCOMPARE(aperta.risposte.scelte, 1);
+}
+
+void TstImmagine::enterPreviewsWithoutClosing()
+{
+    Aperta aperta;
+    aperta.Scrivi(Disegna(u"enter.png"_s));
+    QVERIFY(aperta.dialogo.isVisible());
+    QCOMPARE(aperta.anteprima->Misura(), QSize(40, 30));
+    QVERIFY(aperta.risposte.testi.isEmpty());
+    QTest::keyClick(&aperta.dialogo, Qt::Key_Escape);
+    QVERIFY(!aperta.dialogo.isVisible());
+    QCOMPARE(Stato().TestoInserimento, QString());
+}
+
+void TstImmagine::missingFile()
+{
+    Aperta aperta;
+    aperta.Scrivi(Disegna(u"c'è.png"_s));
+    aperta.Scrivi(u"/non/c'è.png"_s);
+    QCOMPARE(aperta.risposte.testi, QStringList{Messaggio(91)});
+    QVERIFY(aperta.dialogo.isVisible() && aperta.anteprima->Vuota());
+    QCOMPARE(aperta.file->text(), u"/non/c'è.png"_s);
+    // Going on to the next control says so for another name, and once only.
+    QApplication::setActiveWindow(&aperta.dialogo);
+    aperta.file->setText(u"/altra.png"_s);
+    QTest::keyClick(aperta.file, Qt::Key_Tab);
+    QTRY_COMPARE(aperta.risposte.testi.size(), 2);
+    QTRY_COMPARE(QApplication::activeModalWidget(), nullptr);
+    QApplication::setActiveWindow(&aperta.dialogo);
+    aperta.file->setFocus();
+    QTest::keyClick(aperta.file, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    QCOMPARE(aperta.risposte.testi.size(), 2);
+    aperta.Trova<QPushButton>(u"Cmd(0)"_s)->click();
+    QCOMPARE(Stato().TestoInserimento, u"/altra.png"_s);
+}
+
+void TstImmagine::brokenFile()
+{
+    Aperta aperta;
+    const QString rotto = Scrivi(u"rotto.gif"_s, "GIF89a and no more");
+    aperta.Scrivi(rotto);
+    QCOMPARE(aperta.risposte.testi, QStringList{u"Errore durante l' apertura del file '%1'."_s.arg(rotto)});
+    QVERIFY(aperta.dialogo.isVisible());
+    // Both ways of showing load the file anew.
+    for (const auto &[pulsante, adattata] : {std::pair(u"CmdOp(2)"_s, true), {u"CmdOp(3)"_s, false}}) {
+        aperta.Trova<QPushButton>(pulsante)->click();
+        QCOMPARE(aperta.anteprima->Adattata(), adattata);
+    }
+    QCOMPARE(aperta.risposte.testi.size(), 3);
+}
+
+void TstImmagine::confirming_data()
+{
+    QTest::addColumn<QString>("pagina");
+    QTest::addColumn<QString>("scritto"); // "~" stands for the folder
+    QTest::addColumn<bool>("offerto");
+    QTest::addColumn<bool>("acceso");
+    QTest::addColumn<QString>("atteso");
+    Disegna(u"sito/img/a b.png"_s);
+    Disegna(u"sopra.png"_s);
+    QVERIFY(QFile::link(Percorso(u"sito"_s), Percorso(u"legame"_s)));
+    const QString pagina = u"~/sito/p.html"_s;
+    QTest::newRow("below the page") << pagina << u"~/sito/img/a b.png"_s << true << true << u"img/a%20b.png"_s;
+    QTest::newRow("switched off") << pagina << u"~/sito/img/a b.png"_s << true << false << u"~/sito/img/a b.png"_s;
+    QTest::newRow("outside") << pagina << u"~/sopra.png"_s << false << true << u"~/sopra.png"_s;
+    QTest::newRow("no page") << QString() << u"~/sopra.png"_s << false << true << u"~/sopra.png"_s;
+    QTest::newRow("missing, as typed") << pagina << u"~/sito/manca.png"_s << false << true << u"~/sito/manca.png"_s;
+    QTest::newRow("a name beside the page") << pagina << u"img/a b.png"_s << true << true << u"img/a%20b.png"_s;
+    QTest::newRow("the page's folder through a link")
+        << u"~/legame/p.html"_s << u"~/sito/img/a b.png"_s << true << true << u"img/a%20b.png"_s;
+    QTest::newRow("an address") << pagina << u"http://h/a b.png"_s << false << true << u"http://h/a b.png"_s;
+    QTest::newRow("nothing") << pagina << QString() << false << true << QString();
+}
+
+void TstImmagine::confirming()
+{
+    QFETCH(QString, pagina);
+    QFETCH(QString, scritto);
+    QFETCH(bool, offerto);
+    QFETCH(bool, acceso);
+    QFETCH(QString, atteso);
+    const auto intero = [this](QString percorso) { return percorso.replace(u'~', m_cartella.path()); };
+    Stato().FileCorrente = intero(pagina);
+    Aperta aperta;
+    aperta.file->setText(intero(scritto));
+    QCOMPARE(aperta.relativo->isEnabled(), offerto);
+    QCOMPARE(aperta.relativo->isChecked(), offerto);
+    if (!acceso)
+        aperta.relativo->click();
+    aperta.Trova<QPushButton>(u"Cmd(0)"_s)->click();
+    QVERIFY(!aperta.dialogo.isVisible());
+    QCOMPARE(Stato().TestoInserimento, intero(atteso));
+}
+
+void TstImmagine::zoomSteps()
+{
+    Aperta aperta;
+    auto *piu = aperta.Trova<QPushButton>(u"CmdOp(0)"_s);
+    auto *meno = aperta.Trova<QPushButton>(u"CmdOp(1)"_s);
+    QVERIFY(!piu->isEnabled() && !meno->isEnabled());
+    aperta.Scrivi(Disegna(u"zoom.png"_s));
+    auto *foglio = aperta.Trova<QWidget>(u"ImagePreview"_s);
+    QCOMPARE(foglio->size(), QSize(40, 30)); // small enough: its own size
+    piu->click();
+    QCOMPARE(foglio->size(), QSize(50, 38));
+    meno->click();
+    QCOMPARE(aperta.anteprima->Zoom(), 1.0);
+    int passi = 0;
+    for (; piu->isEnabled(); ++passi)
+        piu->click();
+    QCOMPARE(passi, 10); // 1.25 to the tenth power is more than eight
+    QCOMPARE(foglio->size(), QSize(320, 240));
+    for (; meno->isEnabled(); --passi)
+        meno->click();
+    QCOMPARE(foglio->size(), QSize(4, 3));
+    aperta.Trova<QPushButton>(u"CmdOp(3)"_s)->click();
+    QCOMPARE(foglio->size(), QSize(40, 30));
+    aperta.Trova<QPushButton>(u"CmdOp(2)"_s)->click();
+    const QSize area = aperta.anteprima->maximumViewportSize();
+    QVERIFY(foglio->height() <= area.height() && foglio->width() <= area.width());
+    QVERIFY(foglio->height() >= qMin(area.height() - 1, 240) || foglio->width() >= qMin(area.width() - 1, 320));
+    QVERIFY(piu->isEnabled() || aperta.anteprima->Zoom() == AnteprimaImmagine::Massimo);
+}
+
+QTEST_MAIN(TstImmagine)
+#include "tst_immagine.moc"
