@@ -1,21 +1,17 @@
 #include "app/Comandi.h"
 #include "app/Frammenti.h"
-#include "app/TabellaComandi.h"
 #include "app/TabellaFrammenti.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/ColoriHtml.h"
 #include "dialogs/FrmFont.h"
 #include "platform/RichTextBox.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMainWindow>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -32,7 +28,6 @@ private slots:
     void initTestCase();
     void everyCommand_data();
     void everyCommand();
-    void everyCommandOfTheMenusInserts();
     void insertion_data();
     void insertion();
     void checkSeesTheCaretAtTheStart();
@@ -158,26 +153,6 @@ void TstFrammenti::everyCommand()
     QCOMPARE(anteprime.count(), 1);
 }
 
-// Only what needs the image or the table dialog may be left without an action.
-void TstFrammenti::everyCommandOfTheMenusInserts()
-{
-    QMainWindow finestra;
-    RichTextBox pad(&finestra);
-    Comandi comandi;
-    comandi.CostruisciMenu(finestra.menuBar());
-    Frammenti frammenti(&pad, &finestra);
-    frammenti.Collega(comandi);
-    QStringList spenti;
-    for (const TabellaComandi::Voce &voce : TabellaComandi::Menu()) {
-        const bool frammento = voce.menu == u"MFormato" || voce.menu == u"MAlliniamento" || voce.menu == u"MComuni" ||
-                               voce.menu == u"MCollegamenti" || voce.menu == u"MTabella" || voce.menu == u"MForm";
-        const auto *azione = finestra.findChild<QAction *>(voce.comando.toString());
-        if (frammento && !voce.sottomenu && azione && !azione->isEnabled())
-            spenti += voce.comando.toString();
-    }
-    QCOMPARE(spenti, (QStringList{u"MenuCollegamenti(0)"_s, u"MenuCollegamenti(1)"_s, u"MenuTabella(0)"_s}));
-}
-
 void TstFrammenti::insertion_data()
 {
     QTest::addColumn<QString>("prima");
@@ -269,6 +244,7 @@ void TstFrammenti::background_data()
     QTest::addColumn<QString>("dopo");
     QTest::newRow("tag becomes upper case, the rest stays")
         << u"|<body bgcolor=white>"_s << u"img/x.gif"_s << u"<BODY background=\"img/x.gif\"| bgcolor=white>"_s;
+    QTest::newRow("a double quote") << u"<BODY>|"_s << u"a\".gif"_s << u"<BODY background=\"a&quot;.gif\"|>"_s;
     QTest::newRow("only the first body") << u"ab<BODY>|<BODY>"_s << u"i"_s << u"ab<BODY background=\"i\"|><BODY>"_s;
     QTest::newRow("no body") << u"<p>|x|</p>"_s << u"i"_s << u"<p>|x</p>"_s;
     QTest::newRow("cancelled") << u"<body>|"_s << QString() << u"<body>|"_s;
@@ -299,8 +275,8 @@ void TstFrammenti::picture()
     QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
     frammenti.InserisciImmagine({});
     QCOMPARE(anteprima.count(), 0);
-    frammenti.InserisciImmagine(u"img/a b.gif"_s);
-    QCOMPARE(ConSegno(pad), u"<IMG src=\"img/a b.gif\">|"_s);
+    frammenti.InserisciImmagine(u"img/a \"b\".gif"_s);
+    QCOMPARE(ConSegno(pad), u"<IMG src=\"img/a &quot;b&quot;.gif\">|"_s);
 }
 
 void TstFrammenti::colourNames()
