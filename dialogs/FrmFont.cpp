@@ -47,6 +47,18 @@ QIcon Campione(const QColor &colore)
     return QIcon(campione);
 }
 
+/// The faces that a page can name: of a face that comes from several foundries the name alone.
+QStringList Facce()
+{
+    QStringList facce;
+    for (const QString &famiglia : QFontDatabase::families()) {
+        if (!QFontDatabase::isPrivateFamily(famiglia))
+            facce += famiglia.endsWith(u']') ? famiglia.section(u" ["_s, 0, 0) : famiglia;
+    }
+    facce.removeDuplicates();
+    return facce;
+}
+
 } // namespace
 
 FrmFont::FrmFont(const RisultatoFont &iniziale, QWidget *parent) : QDialog(parent)
@@ -172,10 +184,7 @@ QLayout *FrmFont::CreaPulsanti()
 
 void FrmFont::RiempiElenchi()
 {
-    for (const QString &famiglia : QFontDatabase::families()) {
-        if (!QFontDatabase::isPrivateFamily(famiglia))
-            m_facce->addItem(famiglia);
-    }
+    m_facce->addItems(Facce());
     // In the order of the bits of Stile.
     m_stili->addItems({Messaggio(370), Messaggio(77), Messaggio(78), Messaggio(371)});
     for (const int punti : Dimensioni)

@@ -18,9 +18,10 @@ namespace
 {
 
 constexpr qint64 MassimoPunti = qint64(16) * 1024 * 1024; // of all pictures inside a drawing
-constexpr qint64 BytePerElemento = 128; // so much of path or text takes about as long as another element
-constexpr double PuntiDipinti = 8e9;    // what a machine paints in a few seconds
-constexpr int LatoMinimo = 512;
+constexpr qint64 BytePerElemento = 64;                    // so much text takes about as long as another element
+constexpr qint64 BytePerTratto = 4;                       // a piece of a path may cross the whole picture
+constexpr double PuntiDipinti = 1e9;                      // what a slow machine paints in a few seconds
+constexpr int LatoMinimo = 256;
 constexpr int MassimaMisura = 8192;
 
 bool Scartato(QStringView nome)
@@ -113,7 +114,8 @@ private:
                 m_albero.Chiama(attributo.value().toString());
             else if (!immagine)
                 m_albero.Riferimenti(attributo.value());
-            m_albero.Aggiungi(immagine ? 0 : attributo.value().size() / BytePerElemento);
+            const bool tratti = attributo.name() == u"d" || attributo.name() == u"points";
+            m_albero.Aggiungi(immagine ? 0 : attributo.value().size() / (tratti ? BytePerTratto : BytePerElemento));
         }
     }
 
