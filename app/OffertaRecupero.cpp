@@ -25,6 +25,7 @@ Risposta Domanda(QWidget *finestra, const PaginaRecuperata &pagina)
     domanda.setTextFormat(Qt::PlainText);
     const QAbstractButton *recupera = domanda.addButton(Messaggio(211), QMessageBox::AcceptRole);
     const QAbstractButton *scarta = domanda.addButton(Messaggio(212), QMessageBox::DestructiveRole);
+    domanda.addButton(Messaggio(278), QMessageBox::RejectRole); // Escape's answer: nothing is lost by it
     domanda.exec();
     if (domanda.clickedButton() == recupera)
         return Risposta::Recupera;
