@@ -133,13 +133,13 @@ void frmAbout::Crea()
     dentro->addWidget(figura, 0, Qt::AlignTop);
     dentro->addLayout(testi, 1);
 
+    auto *info = new QPushButton(Messaggio(321), this);
+    info->setObjectName(u"cmdSysInfo"_s);
+    info->setAutoDefault(false);
     auto *ok = new QPushButton(Messaggio(120), this);
     ok->setObjectName(u"cmdOK"_s);
     ok->setProperty("Tag", u"D"_s);
     ok->setDefault(true);
-    auto *info = new QPushButton(Messaggio(321), this);
-    info->setObjectName(u"cmdSysInfo"_s);
-    info->setAutoDefault(false);
     auto *pulsanti = new QHBoxLayout;
     pulsanti->setSpacing(8);
     pulsanti->addWidget(info);
