@@ -91,7 +91,9 @@ void Risultati(FrmStart &principale, const Guarda &guarda)
 {
     RichTextBox &pad = *principale.PadCorrente();
     const QString prima = pad.Text();
-    pad.ImpostaText(u"<HTML>\r\n<BODYY>\r\n<P aline=left>\r\n<FORM method=send>\r\n<MARQUE>\r\n</HTML>\r\n"_s);
+    QString conErrori = prima;
+    conErrori.replace(u"<H1>"_s, u"<H1 aline=left>"_s).replace(u"<B>"_s, u"<BOLD>"_s);
+    pad.ImpostaText(conErrori.replace(u"<TABLE border="_s, u"<TABLE align=middle border="_s));
     principale.ElencoComandi().Esegui(u"MenuStrumenti(0)"_s);
     guarda(*FrmControlloSintassi::Aperta(), {});
     guarda(principale, u"pagina"_s);
