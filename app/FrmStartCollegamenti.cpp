@@ -7,6 +7,7 @@
 #include "app/NuovaPagina.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
+#include "chrome/frmAbout.h"
 #include "dialogs/Anteprima.h"
 #include "dialogs/CaricaMotore.h"
 #include "dialogs/FrmAnteprima.h"
@@ -124,6 +125,7 @@ void FrmStart::CollegaComandi()
     });
     m_comandi->Collega(u"MenuStrumenti(2)"_s, [this] { AggiornaAnteprima(false); });
     m_comandi->Collega(u"MenuFile(11)"_s, [this] { Esci(); });
+    m_comandi->Collega(u"MenuHelp(0)"_s, [this] { frmAbout(this).exec(); });
     for (const int indice : {3, 4, 5, 6, 8})
         m_comandi->Collega(u"MenuEdit(%1)"_s.arg(indice), [this, indice] { EseguiComandoModifica(indice, m_hwndPad); });
     connect(m_comandi, &Comandi::MenuAperto, this, [this](const QString &menu) {

@@ -15,16 +15,24 @@ namespace
 
 enum class Risposta { Recupera, Scarta, Dopo };
 
+/// The time is written by hand: Qt 6.4 does not know the words for parts of the day that some languages' formats ask
+/// for. Date and time stay on one line.
+QString Quando(const QDateTime &quando)
+{
+    return QLocale().toString(quando.date(), QLocale::ShortFormat) + QChar(QChar::Nbsp) +
+           quando.time().toString(u"HH:mm"_s);
+}
+
 Risposta Domanda(QWidget *finestra, const PaginaRecuperata &pagina)
 {
     const QString nome = pagina.FileCorrente.isEmpty() ? Messaggio(216) : pagina.FileCorrente;
     QMessageBox domanda(QMessageBox::Question, QApplication::applicationName(),
-                        Messaggio(213).arg(nome, QLocale().toString(pagina.quando, QLocale::ShortFormat)),
-                        QMessageBox::NoButton, finestra);
+                        Messaggio(213).arg(nome, Quando(pagina.quando)), QMessageBox::NoButton, finestra);
     domanda.setObjectName(u"DomandaRecupero"_s);
     domanda.setTextFormat(Qt::PlainText);
     const QAbstractButton *recupera = domanda.addButton(Messaggio(211), QMessageBox::AcceptRole);
     const QAbstractButton *scarta = domanda.addButton(Messaggio(212), QMessageBox::DestructiveRole);
+    domanda.addButton(Messaggio(278), QMessageBox::RejectRole); // Escape's answer: nothing is lost by it
     domanda.exec();
     if (domanda.clickedButton() == recupera)
         return Risposta::Recupera;

@@ -85,6 +85,7 @@ void FrmFont::CreaControlli()
     m_facce->setMinimumSize(Misure::InPixel(3600), Misure::InPixel(2250));
     m_facce->setAccessibleName(Messaggio(360).remove(u'&'));
     m_stili = Crea<QListWidget>(u"LstStili"_s, this);
+    m_stili->setAccessibleName(Messaggio(361).remove(u'&'));
     m_stili->setFixedWidth(Misure::InPixel(2100));
     m_dimensione = Crea<QSpinBox>(u"TxtDimensione"_s, this);
     m_dimensione->setRange(1, MassimaDimensione);

@@ -7,8 +7,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTreeView>
 #include <QUrl>
 #include <QWidget>
 #include <QWindow>
@@ -58,6 +60,16 @@ private:
     DomandaCreazione m_domanda;
 };
 
+/// Sizes, kinds and dates whole, whatever their titles are called; desktops with a dialog of their own see to that.
+void MostraColonne(const QFileDialog &dialogo)
+{
+    const auto *elenco = dialogo.findChild<QTreeView *>(u"treeView"_s);
+    if (!elenco)
+        return;
+    for (int colonna = 1; colonna < elenco->header()->count(); ++colonna)
+        elenco->header()->setSectionResizeMode(colonna, QHeaderView::ResizeToContents);
+}
+
 /// Every setting is made anew: Qt would else begin where the last dialog of any kind ended.
 void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartella, const QString &nome)
 {
@@ -65,6 +77,7 @@ void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartell
     dialogo.setOption(QFileDialog::HideNameFilterDetails);
     const QStringList filtri = FiltriQt(filtro);
     dialogo.setNameFilters(filtri);
+    MostraColonne(dialogo);
     dialogo.selectNameFilter(filtri.first());
     dialogo.setDirectory(cartella.isEmpty() ? QDir::currentPath() : cartella);
     if (!nome.isEmpty())

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialog>
+
+#include "platform/Registro.h"
+
+class QLabel;
+
+/// The About box: the program's title and version, what it is, under whose name the system is registered, and the
+/// button that starts the system information tool.
+class frmAbout : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmAbout(QWidget *parent = nullptr);
+
+    /// Starts the system information tool that the registry names; a message tells when there is none, or when it does
+    /// not start.
+    void StartSysInfo();
+
+    /// Reads the text value \a SubKeyRef of the key \a KeyName below \a KeyRoot into \a KeyVal, of at most 1024 bytes
+    /// with its terminator. False, and \a KeyVal unchanged, when there is none, when it is longer or is no text.
+    [[nodiscard]] static bool GetKeyValue(Registro::HKey KeyRoot, QStringView KeyName, QStringView SubKeyRef,
+                                          QString &KeyVal);
+
+private:
+    void Crea();
+    void Riempi();
+
+    QLabel *m_titolo;
+    QLabel *m_versione;
+    QLabel *m_utente;
+    QLabel *m_avvertenza;
+    QLabel *m_descrizione;
+};
