@@ -59,7 +59,7 @@ int Avvio::Main(int argc, char **argv)
         return 2;
     }
     if (riga.errore != 0) {
-        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).arg(riga.oggettoErrore) + u"\n"_s);
+        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).replace(u"%1"_s, riga.oggettoErrore) + u"\n"_s);
         return 2;
     }
     if (riga.verifica && !riga.aiuto && !riga.versione)

@@ -14,6 +14,8 @@ if(VELLORO_SANITIZE)
                                                      -fno-omit-frame-pointer)
     target_link_options(velloro_opzioni INTERFACE -fsanitize=${VELLORO_SANITIZE})
 endif()
+include(${CMAKE_CURRENT_LIST_DIR}/Rinforzi.cmake)
+target_link_libraries(velloro_opzioni INTERFACE velloro_rinforzi)
 
 # velloro_piano(NAME FOLDER folder SOURCES a.h a.cpp ... LINK targets ...)
 function(velloro_piano nome)

@@ -113,7 +113,7 @@ EsitoLista FrmComplete::Apri(RichTextBox *editor, const ListaVoci &lista, const 
         return {};
     const QPointer<FrmComplete> finestra(new FrmComplete(editor));
     Aperta() = finestra;
-    const EsitoLista esito = finestra->Init(lista, prefisso);
+    EsitoLista esito = finestra->Init(lista, prefisso);
     delete finestra.data();
     return esito;
 }

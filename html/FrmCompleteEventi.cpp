@@ -158,7 +158,7 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
 
 bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
 {
-    const QString testo = evento->commitString();
+    const QString &testo = evento->commitString();
     if (testo.isEmpty() || evento->replacementLength() != 0)
         return false;
     {

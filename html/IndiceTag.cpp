@@ -108,8 +108,8 @@ quint8 IndiceTag::VerificaValore(QStringView tag, QStringView attributo, QString
 
 int IndiceTag::Coppie::Aggiungi(int a, int b)
 {
-    if (m_posti.size() < size_t(m_quante + 1) * 2)
-        Allarga(size_t(m_quante + 1));
+    if (m_posti.size() < (size_t(m_quante) + 1) * 2)
+        Allarga(size_t(m_quante) + 1);
     const quint64 chiave = Chiave(a, b);
     size_t posto = PrimoPosto(chiave);
     while (m_posti[posto].numero != Assente) {

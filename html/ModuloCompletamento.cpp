@@ -47,8 +47,8 @@ QString NomeInFondo(const RichTextBox *editor)
 {
     const int caretto = editor->SelStart();
     const int apertura = editor->CercaIndietro(u'<', caretto);
-    const QString nome = apertura < 0 ? QString() : editor->Parte(apertura + 1, caretto - apertura - 1);
-    for (const QChar c : nome) {
+    QString nome = apertura < 0 ? QString() : editor->Parte(apertura + 1, caretto - apertura - 1);
+    for (const QChar c : std::as_const(nome)) {
         if (!c.isLetterOrNumber() && c != u'-' && c != u'!')
             return {};
     }

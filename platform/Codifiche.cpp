@@ -136,8 +136,7 @@ QString NomeDallaLibreria(const QByteArray &etichetta)
     UConverter *convertitore = ucnv_open(etichetta.constData(), &errore);
     if (!convertitore)
         return {};
-    const QString nome =
-        LeggeAscii(convertitore) ? QString::fromLatin1(ucnv_getName(convertitore, &errore)) : QString();
+    QString nome = LeggeAscii(convertitore) ? QString::fromLatin1(ucnv_getName(convertitore, &errore)) : QString();
     ucnv_close(convertitore);
     return nome;
 }

@@ -173,7 +173,7 @@ QString CodificaDeiMeta(QStringView testo)
             return {};
         dove = nomeDa + nome.size();
         if (!chiude && nome.compare("meta"_L1, Qt::CaseInsensitive) == 0) {
-            const QString codifica = CodificaDelMeta(testo, dove);
+            QString codifica = CodificaDelMeta(testo, dove);
             if (!codifica.isEmpty())
                 return codifica;
         } else {

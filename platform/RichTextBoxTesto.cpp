@@ -268,7 +268,7 @@ void RichTextBox::DocumentoCambiato(int da, int tolti, int aggiunti)
     // The new content of the range, block by block; what did not change of it is left alone, looks and line ends too.
     QString nuovo;
     std::vector<Interruzione> tipi;
-    const auto pezzoDi = [&](QTextBlock blocco) {
+    const auto pezzoDi = [&](const QTextBlock &blocco) {
         const int daQui = std::max(da, blocco.position());
         const int aQui = std::min(fineDoc, blocco.position() + blocco.length() - 1);
         return blocco.text().mid(daQui - blocco.position(), aQui - daQui);

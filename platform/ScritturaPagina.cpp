@@ -103,7 +103,7 @@ RisultatoScrittura Sostituisci(QByteArrayView byte, const QString &destinazione,
         return DaErrore(errno, file.errorString());
     errno = 0;
     if (!file.commit()) {
-        const RisultatoScrittura risultato = DaErrore(errno, file.errorString());
+        RisultatoScrittura risultato = DaErrore(errno, file.errorString());
         // The name may leave no room for the longer one of the new file, or the old file be a mount point.
         daSovrascrivere = risultato.esito != EsitoScrittura::DiscoPieno;
         return risultato;

@@ -10,7 +10,7 @@ QString ModuloPrincipale::EstraiPrimo(QString &testo, QStringView separatore)
     const qsizetype dove = testo.indexOf(separatore);
     if (dove < 0)
         return {};
-    const QString primo = testo.first(dove);
+    QString primo = testo.first(dove);
     testo.remove(0, dove + separatore.size());
     return primo;
 }

@@ -96,6 +96,10 @@ void TstRigaComando::helpAndMistakes()
     const Esito sbagliato = Esegui({u"--foo"_s});
     QCOMPARE(sbagliato.stato, 2);
     QVERIFY(sbagliato.uscita.isEmpty() && sbagliato.errori.contains(u"--foo"_s));
+    // A message without a place for the mistake stands alone.
+    const Esito due = Esegui({u"--lingua=eng"_s, u"a.html"_s, u"b.html"_s});
+    QCOMPARE(due.stato, 2);
+    QCOMPARE(due.errori, u"Only one page can be opened at a time.\n"_s);
 }
 
 void TstRigaComando::checksFiles()
