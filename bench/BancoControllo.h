@@ -41,6 +41,9 @@ public:
     [[nodiscard]] double Verifica();      ///< full check with colours
     [[nodiscard]] double VerificaTag();   ///< what a key release in a tag asks for: context, check of the tag
 
+    /// The same after a letter typed in the tag, while the results window lists 20,000 findings.
+    [[nodiscard]] double VerificaTagConElenco();
+
     /// Resident megabytes that a shown and coloured page of the control takes. For a process of its own, which did
     /// nothing else before.
     [[nodiscard]] static double Memoria(int colonna);
@@ -50,6 +53,8 @@ private:
     void FinoAlDisegno();
     void CambiaUnaRiga();
     void Registra(clsUndo &undo);
+    void VaiInUnTag();
+    void ControllaAlCaretto();
 
     std::unique_ptr<RichTextBox> m_controllo;
     std::unique_ptr<QObject> m_spia;

@@ -6,10 +6,13 @@
 #include "editor/ModuloColori.h"
 #include "editor/clsUndo.h"
 #include "html/ContestoTag.h"
+#include "html/FrmControlloSintassi.h"
 #include "html/Risultati.h"
 #include "html/VerificaDaRiga.h"
 #include "html/VerificaSintassi.h"
 #include "platform/RichTextBox.h"
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -89,17 +92,53 @@ double BancoControllo::Verifica()
         [this] { ModuloVerificaSintassi::VerificaSintassi(*m_controllo, 1, false); });
 }
 
+void BancoControllo::ControllaAlCaretto()
+{
+    if (ContestoTag::DentroCommento(m_controllo.get()) || !ContestoTag::DentroTag(m_controllo.get()))
+        qFatal("the caret is not inside a tag");
+    (void)ContestoTag::LeggiTagAttributo(m_controllo.get());
+    ModuloColori::ControllaTagCorrente(*m_controllo);
+    ModuloVerificaSintassi::AggiornaElencoErrori(*m_controllo);
+}
+
+void BancoControllo::VaiInUnTag()
+{
+    int minore = m_controllo->CercaAvanti(u'<', m_controllo->Lunghezza() / 2);
+    while (m_controllo->Unita(minore + 1) == u'!')
+        minore = m_controllo->CercaAvanti(u'<', minore + 1);
+    m_controllo->ImpostaSelStart(minore + 1);
+}
+
 double BancoControllo::VerificaTag()
 {
-    const int minore = m_controllo->CercaAvanti(u'<', m_controllo->Lunghezza() / 2);
-    m_controllo->ImpostaSelStart(minore < 0 ? 0 : minore + 1);
+    VaiInUnTag();
     return Mediana(
-        5, 50, [] {},
+        5, 50, [] {}, [this] { ControllaAlCaretto(); });
+}
+
+double BancoControllo::VerificaTagConElenco()
+{
+    using namespace ModuloVerificaSintassi;
+    constexpr int Quanti = 20'000;
+    constexpr int Nome = 8;
+    const FrmControlloSintassi elenco;
+    AzzeraRisultati();
+    for (int i = 0; i < Quanti; ++i) {
+        const int dove = int(qint64(m_controllo->Lunghezza() - Nome) * i / Quanti);
+        const QString nome = m_controllo->Parte(dove, Nome);
+        if (!nome.contains(u'\r') && !nome.contains(u'\n'))
+            (void)RegistroPagina().Aggiungi({dove, i + 1, 1, TagSconosciuto, nome});
+    }
+    VaiInUnTag();
+    ControllaAlCaretto();
+    const double tempo = Mediana(
+        5, 50,
         [this] {
-            if (ContestoTag::DentroCommento(m_controllo.get()) || !ContestoTag::DentroTag(m_controllo.get()))
-                return;
-            const auto contesto = ContestoTag::LeggiTagAttributo(m_controllo.get());
-            ModuloColori::ControllaTagCorrente(*m_controllo);
-            ModuloVerificaSintassi::AggiornaElencoErrori(*m_controllo);
-        });
+            const int caretto = m_controllo->SelStart();
+            m_controllo->ImpostaSelText(u"b"_s);
+            m_controllo->ImpostaSelStart(caretto);
+        },
+        [this] { ControllaAlCaretto(); });
+    AzzeraRisultati();
+    return tempo;
 }

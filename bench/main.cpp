@@ -49,6 +49,8 @@ std::vector<Prova> Prove()
     prove.push_back({u"scan and lookups, no widget"_s, [](BancoControllo &b) { return b.Scansione(); }});
     prove.push_back({u"full check with colours"_s, [](BancoControllo &b) { return b.Verifica(); }});
     prove.push_back({u"check of the tag at the caret"_s, [](BancoControllo &b) { return b.VerificaTag(); }});
+    prove.push_back({u"check of the tag at the caret, 20,000 findings"_s,
+                     [](BancoControllo &b) { return b.VerificaTagConElenco(); }});
     return prove;
 }
 

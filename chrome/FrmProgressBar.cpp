@@ -34,6 +34,7 @@ FrmProgressBar::FrmProgressBar(const QString &titolo, const QString &annulla, QW
     setWindowTitle(titolo.isEmpty() ? u"Attendere ..."_s : titolo);
     setWindowIcon(ModuloGrafica::Icona(u"velloro"));
     setAttribute(Qt::WA_QuitOnClose, false);
+    setWindowModality(Qt::ApplicationModal);
     m_percento->setObjectName(u"lblProgress"_s);
     m_stato->setObjectName(u"LblStatus"_s);
     m_annulla->setObjectName(u"CmdAnnulla"_s);

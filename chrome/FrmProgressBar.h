@@ -8,8 +8,9 @@ class QLabel;
 class QPushButton;
 class QTimer;
 
-/// The small window of a long operation: a status text, a bar, and the button that cancels. It has no Close command.
-/// The operation asks Annullato() or listens to annullato(), and destroys or closes the window when it ends.
+/// The small window of a long operation: a status text, a bar, and the button that cancels. It has no Close command,
+/// and while it is on the screen no other window takes input. The operation asks Annullato() or listens to annullato(),
+/// and destroys or closes the window when it ends.
 class FrmProgressBar : public QWidget
 {
     Q_OBJECT

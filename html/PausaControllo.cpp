@@ -57,6 +57,9 @@ void PausaControllo::Mostra()
     if (m_editor && !m_editor->isHidden()) {
         m_nascosto = true;
         m_editor->hide();
+        // A control that draws nothing leaves its picture where it was.
+        if (QWidget *padre = m_editor->parentWidget())
+            padre->update(m_editor->geometry());
     }
     m_avanzamento->Mostra();
 }

@@ -105,20 +105,20 @@ void RicercaNomi::Collega()
     }
 }
 
-std::vector<char> RicercaNomi::Cerca(QStringView testo)
+std::vector<qsizetype> RicercaNomi::Cerca(QStringView testo)
 {
-    std::vector<char> trovati(size_t(m_nomi), 0);
+    std::vector<qsizetype> trovati(size_t(m_nomi), -1);
     int mancanti = m_nomi;
     if (m_vuoto >= 0 && !testo.isEmpty()) {
-        trovati[size_t(m_vuoto)] = 1;
+        trovati[size_t(m_vuoto)] = 0;
         --mancanti;
     }
     if (m_nodi.size() == 1)
         return trovati;
     Collega();
     int nodo = 0;
-    for (const QChar c : testo) {
-        const char16_t unita = Piega(c.unicode());
+    for (qsizetype i = 0; i < testo.size(); ++i) {
+        const char16_t unita = Piega(testo[i].unicode());
         int prossimo = Figlio(nodo, unita);
         while (prossimo == 0 && nodo != 0) {
             nodo = m_nodi[size_t(nodo)].ripiego;
@@ -130,9 +130,9 @@ std::vector<char> RicercaNomi::Cerca(QStringView testo)
             const int nome = m_nodi[size_t(n)].nome;
             if (nome < 0)
                 continue;
-            if (trovati[size_t(nome)])
+            if (trovati[size_t(nome)] >= 0)
                 break;
-            trovati[size_t(nome)] = 1;
+            trovati[size_t(nome)] = i + 1;
             if (--mancanti == 0)
                 return trovati;
         }

@@ -14,8 +14,8 @@ public:
     /// that is not empty.
     int Aggiungi(QStringView nome);
 
-    /// By number: whether \a testo holds the name.
-    [[nodiscard]] std::vector<char> Cerca(QStringView testo);
+    /// By number: the position just after the first place in \a testo where the name ends; -1 when there is none.
+    [[nodiscard]] std::vector<qsizetype> Cerca(QStringView testo);
 
 private:
     /// A node of the tree of names: the end of a beginning of one of them.

@@ -53,39 +53,22 @@ void ScriviMessaggio(QString &messaggio, const Riscontro &riscontro)
     return chiude < 0 ? QStringView() : messaggio.sliced(apre + 1, chiude - apre - 1);
 }
 
-/// Whether \a nome stands where the finding was made: there, or one unit further when a quote or a slash precedes it;
-/// there as it was, or moved by what the page has grown.
-[[nodiscard]] bool AlSuoPosto(QStringView pagina, QStringView nome, qsizetype posizione, qsizetype cresciuta)
+[[nodiscard]] bool Sta(const LettorePagina &pagina, QStringView nome, qsizetype dove)
 {
-    const auto sta = [pagina, nome](qsizetype dove) {
-        return dove >= 0 && nome.size() <= pagina.size() - dove &&
-               pagina.sliced(dove, nome.size()).compare(nome, Qt::CaseInsensitive) == 0;
-    };
-    if (nome.isEmpty() || sta(posizione) || sta(posizione + 1))
-        return true;
-    return cresciuta != 0 && (sta(posizione + cresciuta) || sta(posizione + cresciuta + 1));
+    return pagina.Parte(dove, nome.size()).compare(nome, Qt::CaseInsensitive) == 0;
 }
 
-/// The part of \a nuova that may hold a name which \a vecchia does not hold.
-[[nodiscard]] QStringView ParteCambiata(QStringView vecchia, QStringView nuova)
+class LettoreTesto : public LettorePagina
 {
-    constexpr qsizetype Passo = 4096;
-    const qsizetype comune = std::min(vecchia.size(), nuova.size());
-    qsizetype testa = 0, coda = 0;
-    while (testa + Passo <= comune && vecchia.sliced(testa, Passo) == nuova.sliced(testa, Passo))
-        testa += Passo;
-    while (testa < comune && vecchia[testa] == nuova[testa])
-        ++testa;
-    const auto daFondo = [&coda](QStringView testo, qsizetype quanti) {
-        return testo.sliced(testo.size() - coda - quanti, quanti);
-    };
-    while (coda + Passo <= comune - testa && daFondo(vecchia, Passo) == daFondo(nuova, Passo))
-        coda += Passo;
-    while (coda < comune - testa && daFondo(vecchia, 1) == daFondo(nuova, 1))
-        ++coda;
-    const qsizetype da = std::max<qsizetype>(0, testa - MassimoNome);
-    return nuova.sliced(da, std::min(nuova.size(), nuova.size() - coda + MassimoNome) - da);
-}
+public:
+    explicit LettoreTesto(const QString &testo) : m_testo(testo) {}
+    [[nodiscard]] qsizetype Lunghezza() const override { return m_testo.size(); }
+    [[nodiscard]] QString Parte(qsizetype da, qsizetype quanti) const override { return m_testo.mid(da, quanti); }
+    [[nodiscard]] QString Tutta() const override { return m_testo; }
+
+private:
+    const QString &m_testo;
+};
 
 } // namespace
 
@@ -93,9 +76,8 @@ void Registro::Azzera()
 {
     m_messaggi.clear();
     m_risultati = {RisultatoControllo()};
-    m_lunghezze.assign(1, 0);
-    m_assenti.assign(1, false);
-    m_cercata.clear();
+    m_posti.assign(1, Posto());
+    m_voci.clear();
 }
 
 bool Registro::EsisteRisultato(QStringView testo) const
@@ -103,7 +85,7 @@ bool Registro::EsisteRisultato(QStringView testo) const
     return testo.isEmpty() || m_messaggi.contains(testo);
 }
 
-bool Registro::Aggiungi(const Riscontro &riscontro, qsizetype lunghezza)
+bool Registro::Aggiungi(const Riscontro &riscontro)
 {
     ScriviMessaggio(m_prova, riscontro);
     if (EsisteRisultato(m_prova))
@@ -111,45 +93,113 @@ bool Registro::Aggiungi(const Riscontro &riscontro, qsizetype lunghezza)
     const QString messaggio(m_prova.constData(), m_prova.size());
     m_messaggi.insert(messaggio);
     m_risultati.append({qint32(riscontro.posizione), qint32(riscontro.riga), riscontro.tipo, messaggio});
-    m_lunghezze.push_back(lunghezza);
-    m_assenti.push_back(false);
+    m_posti.emplace_back();
     return true;
 }
 
-QList<Registro::Voce> Registro::Visibili(const QString &pagina)
+void Registro::Sposta(const Cambiamento &cambiamento)
+{
+    for (Posto &posto : m_posti) {
+        if (posto.stato != Posto::Trovato || posto.dove + posto.quanti <= cambiamento.da)
+            continue;
+        if (posto.dove >= cambiamento.da + cambiamento.tolti)
+            posto.dove += cambiamento.aggiunti - cambiamento.tolti;
+        else
+            posto.stato = Posto::Perso;
+    }
+}
+
+void Registro::Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento)
 {
     struct DaCercare {
-        qsizetype riga;   ///< of the list
-        size_t risultato; ///< slot
-        int numero;       ///< of the name in its search
-        bool vicino;      ///< only in what has changed
+        Posto *posto;
+        QString nome;
+        int numero; ///< of the name in its search
     };
-    QList<Voce> voci;
-    voci.reserve(m_risultati.size() - 1);
-    RicercaNomi ovunque, vicino;
-    std::vector<DaCercare> daCercare;
+    std::vector<DaCercare> vicini, ovunque;
+    RicercaNomi traVicini, traTutti;
+    const auto trova = [](const DaCercare &d, const std::vector<qsizetype> &fini, qsizetype inizio) {
+        const qsizetype fine = fini[size_t(d.numero)];
+        if (fine >= 0)
+            d.posto->dove = inizio + fine - d.posto->quanti;
+        d.posto->stato = fine < 0 ? Posto::Assente : Posto::Trovato;
+        return fine >= 0;
+    };
+
     for (int i = 1; i < m_risultati.size(); ++i) {
-        const RisultatoControllo &risultato = m_risultati[i];
-        Voce voce{SuUnaRiga(risultato.Testo), risultato.Posizione, i};
-        const QStringView nome = NomeQuotato(voce.testo);
-        if (nome.isNull() || pagina.isEmpty())
+        Posto &posto = m_posti[size_t(i)];
+        if (posto.stato == Posto::Trovato)
             continue;
-        char &assente = m_assenti[size_t(i)];
-        if (AlSuoPosto(pagina, nome, risultato.Posizione, pagina.size() - m_lunghezze[size_t(i)]))
-            assente = false;
-        else
-            daCercare.push_back({voci.size(), size_t(i), (assente ? vicino : ovunque).Aggiungi(nome), bool(assente)});
-        voci.append(std::move(voce));
+        const QString messaggio = SuUnaRiga(m_risultati[i].Testo);
+        const QStringView nome = NomeQuotato(messaggio);
+        posto.quanti = int(nome.size());
+        // The name stands where its finding was made, or one unit further when a quote or a slash precedes it.
+        const qsizetype dove = m_risultati[i].Posizione;
+        if (nome.isNull())
+            posto.stato = Posto::Assente;
+        else if (nome.isEmpty())
+            posto.stato = Posto::Trovato;
+        else if (posto.stato != Posto::Nuovo)
+            vicini.push_back({&posto, nome.toString(), traVicini.Aggiungi(nome)});
+        else if (const bool qui = Sta(pagina, nome, dove); qui || Sta(pagina, nome, dove + 1)) {
+            posto.stato = Posto::Trovato;
+            posto.dove = dove + (qui ? 0 : 1);
+        } else
+            ovunque.push_back({&posto, nome.toString(), traTutti.Aggiungi(nome)});
     }
-    if (daCercare.empty())
-        return voci;
-    const std::vector<char> trovatiOvunque = ovunque.Cerca(pagina);
-    const std::vector<char> trovatiVicino = vicino.Cerca(ParteCambiata(m_cercata, pagina));
-    m_cercata = pagina;
-    for (const DaCercare &d : daCercare)
-        m_assenti[d.risultato] = !(d.vicino ? trovatiVicino : trovatiOvunque)[size_t(d.numero)];
-    voci.removeIf([this](const Voce &voce) { return m_assenti[size_t(voce.risultato)] != 0; });
-    return voci;
+    if (!vicini.empty()) {
+        const qsizetype inizio = std::max<qsizetype>(0, cambiamento.da - MassimoNome);
+        const qsizetype fine = cambiamento.da + cambiamento.aggiunti + MassimoNome;
+        const std::vector<qsizetype> fini = traVicini.Cerca(pagina.Parte(inizio, fine - inizio));
+        for (const DaCercare &d : vicini) {
+            const bool perso = d.posto->stato == Posto::Perso;
+            if (!trova(d, fini, inizio) && perso)
+                ovunque.push_back({d.posto, d.nome, traTutti.Aggiungi(d.nome)});
+        }
+    }
+    if (!ovunque.empty()) {
+        const std::vector<qsizetype> fini = traTutti.Cerca(pagina.Tutta());
+        for (const DaCercare &d : ovunque)
+            (void)trova(d, fini, 0);
+    }
+}
+
+const QList<Registro::Voce> &Registro::Visibili(const LettorePagina &pagina,
+                                                const std::optional<Cambiamento> &cambiamento)
+{
+    if (!cambiamento) {
+        for (Posto &posto : m_posti)
+            posto.stato = Posto::Nuovo;
+    } else if (!cambiamento->Nullo()) {
+        Sposta(*cambiamento);
+    }
+    if (pagina.Lunghezza() > 0) {
+        Cerca(pagina, cambiamento.value_or(Cambiamento()));
+    } else {
+        for (Posto &posto : m_posti)
+            posto.stato = Posto::Assente;
+    }
+
+    bool uguali = true;
+    for (Posto &posto : m_posti) {
+        const bool visibile = posto.stato == Posto::Trovato;
+        uguali = uguali && posto.visibile == visibile;
+        posto.visibile = visibile;
+    }
+    if (uguali)
+        return m_voci;
+    QList<Voce> voci;
+    for (int i = 1; i < m_risultati.size(); ++i) {
+        if (m_posti[size_t(i)].visibile)
+            voci.append({SuUnaRiga(m_risultati[i].Testo), m_risultati[i].Posizione, i});
+    }
+    m_voci = std::move(voci);
+    return m_voci;
+}
+
+const QList<Registro::Voce> &Registro::Visibili(const QString &pagina, const std::optional<Cambiamento> &cambiamento)
+{
+    return Visibili(LettoreTesto(pagina), cambiamento);
 }
 
 Registro &RegistroPagina()

@@ -4,10 +4,11 @@
 #include <QString>
 #include <QStringView>
 
-#include <string_view>
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
+#include "html/LettorePagina.h"
 #include "html/Scansione.h"
 
 namespace ModuloVerificaSintassi
@@ -35,8 +36,8 @@ public:
     [[nodiscard]] const QList<RisultatoControllo> &Risultati() const { return m_risultati; }
     /// Constant time, whatever the number of findings.
     [[nodiscard]] bool EsisteRisultato(QStringView testo) const;
-    /// Adds a finding in a text of \a lunghezza units; false when its message is there already. Constant time.
-    bool Aggiungi(const Riscontro &riscontro, qsizetype lunghezza);
+    /// Adds a finding; false when its message is there already. Constant time.
+    bool Aggiungi(const Riscontro &riscontro);
 
     /// One line of the results window.
     struct Voce {
@@ -45,10 +46,15 @@ public:
         int risultato = 0; ///< slot of the finding
         bool operator==(const Voce &) const = default;
     };
-    /// The findings whose quoted name stands in \a pagina, in any case. A name is looked for where it was found, there
-    /// moved by one edit, and only then in the page; one that the page did not hold the last time, in what has changed
-    /// since. All names together cost one pass.
-    [[nodiscard]] QList<Voce> Visibili(const QString &pagina);
+    /// The findings whose quoted name stands in \a pagina, in any case. \a cambiamento is what has become of the page
+    /// since the last call; without one it may be any other page. The list shares its data with that of the last call
+    /// when both are the same.
+    ///
+    /// The place of each name is remembered and moves with the changes, so a change costs time in proportion to itself
+    /// and to the findings. Names that it broke, and those of new findings that do not stand where they were found, are
+    /// looked for in the whole page, all in one pass.
+    const QList<Voce> &Visibili(const LettorePagina &pagina, const std::optional<Cambiamento> &cambiamento);
+    const QList<Voce> &Visibili(const QString &pagina, const std::optional<Cambiamento> &cambiamento = std::nullopt);
 
 private:
     struct Impronta {
@@ -60,10 +66,25 @@ private:
         bool operator()(QStringView a, QStringView b) const { return a == b; }
     };
 
+    /// Where a finding's name stands.
+    struct Posto {
+        enum Stato : char {
+            Nuovo,   ///< not known yet
+            Trovato, ///< at dove
+            Perso,   ///< a change broke the one that was known
+            Assente  ///< nowhere
+        } stato = Nuovo;
+        bool visibile = false; ///< in m_voci
+        int quanti = 0;        ///< length of the name
+        qsizetype dove = 0;
+    };
+
+    void Sposta(const Cambiamento &cambiamento);
+    void Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento);
+
     QList<RisultatoControllo> m_risultati;
-    std::vector<qsizetype> m_lunghezze; ///< of the checked text, per slot
-    std::vector<char> m_assenti;        ///< per slot: m_cercata does not hold the name
-    QString m_cercata;                  ///< the page in which names were looked for last
+    std::vector<Posto> m_posti; ///< per slot
+    QList<Voce> m_voci;
     std::unordered_set<QString, Impronta, Uguale> m_messaggi;
     QString m_prova;
 };

@@ -17,11 +17,9 @@ using namespace ModuloVerificaSintassi;
 class Raccolta : public Ricevitore
 {
 public:
-    explicit Raccolta(qsizetype lunghezza) : m_lunghezza(lunghezza) {}
-
     void Trova(const Riscontro &riscontro) override
     {
-        if (!registro.Aggiungi(riscontro, m_lunghezza))
+        if (!registro.Aggiungi(riscontro))
             return;
         colonne.append(int(riscontro.colonna));
         nomi.append(riscontro.nome.first(std::min(riscontro.nome.size(), MassimoNome)).toString());
@@ -30,16 +28,13 @@ public:
     Registro registro;
     QList<int> colonne{0}; ///< per slot of the records
     QStringList nomi{QString()};
-
-private:
-    qsizetype m_lunghezza;
 };
 
 } // namespace
 
 QString InRighe(const QString &file, const QString &testo)
 {
-    Raccolta raccolta(testo.size());
+    Raccolta raccolta;
     Scandisci(testo, {}, raccolta);
     QString righe;
     for (const Registro::Voce &voce : raccolta.registro.Visibili(testo))
@@ -49,7 +44,7 @@ QString InRighe(const QString &file, const QString &testo)
 
 QJsonArray InJson(const QString &file, const QString &testo)
 {
-    Raccolta raccolta(testo.size());
+    Raccolta raccolta;
     Scandisci(testo, {}, raccolta);
     QJsonArray oggetti;
     for (const Registro::Voce &voce : raccolta.registro.Visibili(testo)) {

@@ -12,6 +12,9 @@
 
 #include <QPointer>
 
+#include <memory>
+#include <utility>
+
 namespace ModuloVerificaSintassi
 {
 namespace
@@ -38,7 +41,7 @@ class Coloritore : public Ricevitore
 public:
     /// \a mantieni: colours leave underlines as they are. \a pausa may be null: no events.
     Coloritore(RichTextBox &editor, bool mantieni, PausaControllo *pausa)
-        : m_editor(editor), m_mantieni(mantieni), m_pausa(pausa), m_lunghezza(editor.Lunghezza())
+        : m_editor(editor), m_mantieni(mantieni), m_pausa(pausa)
     {
     }
 
@@ -53,7 +56,7 @@ public:
             m_editor.Sottolinea(int(da), int(quanti) + 2, false);
     }
 
-    void Trova(const Riscontro &riscontro) override { m_nuovi |= RegistroPagina().Aggiungi(riscontro, m_lunghezza); }
+    void Trova(const Riscontro &riscontro) override { m_nuovi |= RegistroPagina().Aggiungi(riscontro); }
 
     [[nodiscard]] bool Nuovi() const { return m_nuovi; }
 
@@ -77,9 +80,51 @@ private:
     RichTextBox &m_editor;
     bool m_mantieni;
     PausaControllo *m_pausa;
-    qsizetype m_lunghezza;
     bool m_nuovi = false;
 };
+
+class LettoreControllo : public LettorePagina
+{
+public:
+    explicit LettoreControllo(const RichTextBox &editor) : m_editor(editor) {}
+    [[nodiscard]] qsizetype Lunghezza() const override { return m_editor.Lunghezza(); }
+    [[nodiscard]] QString Parte(qsizetype da, qsizetype quanti) const override
+    {
+        return m_editor.Parte(int(da), int(quanti));
+    }
+    [[nodiscard]] QString Tutta() const override { return m_editor.Text(); }
+
+private:
+    const RichTextBox &m_editor;
+};
+
+/// What has become of the text of one control since the findings were listed for it.
+class CambiamentiDi : public QObject
+{
+public:
+    explicit CambiamentiDi(const RichTextBox &editor)
+    {
+        connect(&editor, &RichTextBox::TestoCambiato, this, [this](int da, int tolti, int aggiunti) {
+            m_cambiamento.Unisci({da, tolti, aggiunti});
+        });
+    }
+    [[nodiscard]] Cambiamento Preleva() { return std::exchange(m_cambiamento, {}); }
+
+private:
+    Cambiamento m_cambiamento;
+};
+
+/// Nothing when the findings were not listed for this control the last time.
+std::optional<Cambiamento> Dopo(const RichTextBox &editor)
+{
+    static QPointer<const RichTextBox> ultimo;
+    static std::unique_ptr<CambiamentiDi> cambiamenti;
+    if (ultimo == &editor)
+        return cambiamenti->Preleva();
+    ultimo = &editor;
+    cambiamenti = std::make_unique<CambiamentiDi>(editor);
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -139,7 +184,7 @@ void AggiornaElencoErrori(const RichTextBox &editor)
     if (ArrayRisultati().size() == 1)
         finestra->Svuota();
     else
-        finestra->Elenca(RegistroPagina().Visibili(editor.Text()));
+        finestra->Elenca(RegistroPagina().Visibili(LettoreControllo(editor), Dopo(editor)));
 }
 
 } // namespace ModuloVerificaSintassi

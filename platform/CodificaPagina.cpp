@@ -235,15 +235,15 @@ QString TestoDaByte(QByteArrayView byte, FormatoPagina &formato)
 QByteArray ByteDaTesto(QStringView testo, FormatoPagina &formato, qsizetype *sostituiti)
 {
     ScegliCodifica(testo, formato);
-    if (testo.endsWith(u'\r'))
-        testo.chop(1);
+    const bool chiusa = testo.endsWith(u'\r');
     const Convertitore convertitore(formato.codifica);
     qsizetype mancanti = 0;
     QByteArray byte;
     if (convertitore.Biunivoco()) {
-        byte = convertitore.Codifica(testo, mancanti) + convertitore.Codifica(u"\r\n", mancanti);
+        byte = convertitore.Codifica(testo, mancanti) + convertitore.Codifica(chiusa ? u"\n" : u"\r\n", mancanti);
     } else {
-        byte = ScriviARighe(testo, convertitore, formato, mancanti) + "\r\n";
+        // With its own end: an empty last line may have an odd spelling, too.
+        byte = ScriviARighe(testo, convertitore, formato, mancanti) + (chiusa ? "\n" : "\r\n");
         if (formato.codifica == Iso2022KR && formato.firma.isNull() && byte.contains(ShiftOut))
             formato.firma = FirmaIso2022KR.toByteArray();
     }

@@ -350,6 +350,10 @@ void TstCodifica::oddSpellingStaysWithItsLine()
     QVERIFY(scritti.contains(usuale + "\r\n" + nec + "\r\n" + usuale + "\r\n"));
     FormatoPagina riletto;
     QCOMPARE(Codifiche::TestoDaByte(scritti, riletto), testo);
+
+    // An odd spelling of nothing, in the last line.
+    const QByteArray vuota = Pagina("hz-gb-2312", "x\r\n~}~");
+    QCOMPARE(Codifiche::ByteDaTesto(Codifiche::TestoDaByte(vuota, formato), formato), vuota);
 }
 
 void TstCodifica::lackingCharactersBecomeReferences_data()

@@ -212,6 +212,7 @@ void tst_progresso::soloSeDura()
     QVERIFY(!f.findChild<QTimer *>()->isActive());
     f.Mostra(0);
     QTRY_VERIFY(f.isVisible());
+    QCOMPARE(QApplication::activeModalWidget(), &f);
     QVERIFY2(!f.close(), "only its button closes it");
     QVERIFY(f.isVisible());
     f.Chiudi();

@@ -35,7 +35,7 @@ public:
         else if (segno != Segno::Commento)
             ognuno(quanti + 2, [](Aspetto &a) { a.onda = false; });
     }
-    void Trova(const Riscontro &riscontro) override { registro.Aggiungi(riscontro, m_tela.testo.size()); }
+    void Trova(const Riscontro &riscontro) override { registro.Aggiungi(riscontro); }
 
     Registro registro;
 
