@@ -301,7 +301,7 @@ void FrmStart::AggiornaMenuModifica(Hwnd hwnd)
     const bool selezione = controllo->textCursor().hasSelection();
     for (const int indice : {3, 4, 6})
         m_comandi->Abilita(u"MenuEdit(%1)"_s.arg(indice), selezione);
-    m_comandi->Abilita(u"MenuEdit(5)"_s, controllo->PuoIncollare());
+    m_comandi->Abilita(u"MenuEdit(5)"_s, m_puoIncollare);
     m_comandi->Abilita(u"MenuEdit(0)"_s, m_undo->CanUndo());
     m_comandi->Abilita(u"MenuEdit(1)"_s, m_undo->CanRedo());
 }
@@ -338,7 +338,13 @@ void FrmStart::MostraPosizione()
         return;
     const int posizione = m_pad->SelStart();
     const int riga = m_pad->GetLineFromChar(posizione);
-    m_pannelloPosizione->setText(Messaggio(208).arg(riga + 1).arg(posizione - m_pad->InizioRiga(riga) + 1));
+    const QString testo = Messaggio(208).arg(riga + 1).arg(posizione - m_pad->InizioRiga(riga) + 1);
+    const bool piuLungo = testo.size() > m_pannelloPosizione->text().size();
+    m_pannelloPosizione->setText(testo);
+    // At a fixed size a new text does not have the whole window laid out again; the panel only grows.
+    if (const QSize misura = piuLungo ? m_pannelloPosizione->sizeHint() : QSize();
+        misura.width() > m_pannelloPosizione->minimumWidth())
+        m_pannelloPosizione->setFixedSize(misura);
 }
 
 void FrmStart::AggiornaTitolo()

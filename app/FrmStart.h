@@ -103,6 +103,7 @@ private:
     QTimer *m_rivelazione = nullptr;
     QString m_daAprire;
     bool m_inDisposizione = false;
-    bool m_avviata = false;  ///< the first page is in the editor
-    bool m_rivelata = false; ///< the window is on the screen
+    bool m_puoIncollare = false; ///< asked when the clipboard changes: the host's answer may take its time
+    bool m_avviata = false;      ///< the first page is in the editor
+    bool m_rivelata = false;     ///< the window is on the screen
 };

@@ -20,6 +20,7 @@
 #include "platform/Dialoghi.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMdiArea>
@@ -81,6 +82,12 @@ void FrmStart::CollegaModifica()
     m_undo->Attach(this, m_pad, PausaAnnulla);
     connect(m_undo, &clsUndo::StatoCambiato, this, [this] { AggiornaMenuModifica(m_hwndPad); });
     m_recupero = new Recupero(m_pad, {}, Recupero::Pausa, this);
+    const auto appunti = [this] {
+        m_puoIncollare = m_pad->PuoIncollare();
+        AggiornaMenuModifica(m_hwndPad);
+    };
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, appunti);
+    appunti();
     m_comandi->Collega(u"MenuEdit(0)"_s, [this] {
         m_undo->AnnullaComando();
         m_pad->setFocus();

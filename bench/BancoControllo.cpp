@@ -3,10 +3,6 @@
 #include "bench/Misura.h"
 #include "platform/RichTextBox.h"
 
-#include <fstream>
-#include <malloc.h>
-#include <string>
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -31,17 +27,6 @@ public:
         return QObject::eventFilter(oggetto, evento);
     }
 };
-
-double Residente()
-{
-    std::ifstream stato("/proc/self/status");
-    for (std::string parola; stato >> parola;) {
-        double valore = 0;
-        if (parola == "VmRSS:" && stato >> valore)
-            return valore / 1024;
-    }
-    return 0;
-}
 
 } // namespace
 
@@ -228,17 +213,4 @@ double BancoControllo::ImpostaRtfDiUnaRiga()
                 qFatal("the control's own RTF was refused");
             FinoAlDisegno();
         });
-}
-
-double BancoControllo::Memoria(int colonna)
-{
-    BancoControllo banco;
-    malloc_trim(0);
-    const double prima = Residente();
-    // The control shares the page's string, so only it holds one afterwards.
-    banco.Prepara(PaginaDi(Colonne()[size_t(colonna)]));
-    banco.m_pagina.clear();
-    banco.m_parti = {};
-    malloc_trim(0);
-    return Residente() - prima;
 }

@@ -34,12 +34,14 @@ public:
     [[nodiscard]] double RtfDopoUnaRiga();      ///< the same again after one line changed
     [[nodiscard]] double ImpostaRtfDiUnaRiga(); ///< RTF put back that differs in one line, until painted
 
-    [[nodiscard]] double Registrazione(); ///< undo record of one changed line
-    [[nodiscard]] double Annullamento();  ///< that record undone, until painted
-    [[nodiscard]] double Ripristino();    ///< and redone, until painted
-    [[nodiscard]] double Scansione();     ///< scan and lookups of the whole page, without a widget
-    [[nodiscard]] double Verifica();      ///< full check with colours
-    [[nodiscard]] double VerificaTag();   ///< what a key release in a tag asks for: context, check of the tag
+    [[nodiscard]] double Registrazione();           ///< undo record of one changed line
+    [[nodiscard]] double Annullamento();            ///< that record undone, until painted
+    [[nodiscard]] double Ripristino();              ///< and redone, until painted
+    [[nodiscard]] double Scansione();               ///< scan and lookups of the whole page, without a widget
+    [[nodiscard]] double Verifica();                ///< full check with colours
+    [[nodiscard]] double VerificaTag();             ///< what a key release in a tag asks for: context, check of the tag
+    [[nodiscard]] double SostituisciTutto();        ///< Replace All of every "e" and its undo record, painted
+    [[nodiscard]] double AnnullaSostituisciTutto(); ///< and undone
 
     /// The same after a letter typed in the tag, while the results window lists 20,000 findings.
     [[nodiscard]] double VerificaTagConElenco();
@@ -47,6 +49,9 @@ public:
     /// Resident megabytes that a shown and coloured page of the control takes. For a process of its own, which did
     /// nothing else before.
     [[nodiscard]] static double Memoria(int colonna);
+    /// Megabytes that 10,000 undo records of one typed word take, all in one place or \a sparse over the page. For a
+    /// process of its own, likewise.
+    [[nodiscard]] static double MemoriaRegistrazioni(int colonna, bool sparse);
 
 private:
     void Colora();
@@ -55,6 +60,9 @@ private:
     void Registra(clsUndo &undo);
     void VaiInUnTag();
     void ControllaAlCaretto();
+    void ScriviParole(clsUndo &undo, bool sparse);
+    template <typename Prima, typename Azione>
+    double ConTrova(Prima prepara, Azione passo);
 
     std::unique_ptr<RichTextBox> m_controllo;
     std::unique_ptr<QObject> m_spia;

@@ -46,6 +46,8 @@ std::vector<Prova> Prove()
     prove.push_back({u"undo record of one line"_s, [](BancoControllo &b) { return b.Registrazione(); }});
     prove.push_back({u"undo of one line"_s, [](BancoControllo &b) { return b.Annullamento(); }});
     prove.push_back({u"redo of one line"_s, [](BancoControllo &b) { return b.Ripristino(); }});
+    prove.push_back({u"Replace All of a letter"_s, [](BancoControllo &b) { return b.SostituisciTutto(); }});
+    prove.push_back({u"undo of Replace All"_s, [](BancoControllo &b) { return b.AnnullaSostituisciTutto(); }});
     prove.push_back({u"scan and lookups, no widget"_s, [](BancoControllo &b) { return b.Scansione(); }});
     prove.push_back({u"full check with colours"_s, [](BancoControllo &b) { return b.Verifica(); }});
     prove.push_back({u"check of the tag at the caret"_s, [](BancoControllo &b) { return b.VerificaTag(); }});
@@ -54,12 +56,29 @@ std::vector<Prova> Prove()
     return prove;
 }
 
+struct ProvaMemoria {
+    QString nome;
+    std::function<double(int)> misura; ///< of a column
+};
+
+const std::vector<ProvaMemoria> &ProveMemoria()
+{
+    static const std::vector<ProvaMemoria> prove{
+        {u"memory of the control"_s, &BancoControllo::Memoria},
+        {u"10,000 undo records in one place"_s,
+         [](int colonna) { return BancoControllo::MemoriaRegistrazioni(colonna, false); }},
+        {u"10,000 undo records scattered"_s,
+         [](int colonna) { return BancoControllo::MemoriaRegistrazioni(colonna, true); }},
+    };
+    return prove;
+}
+
 // Memory that an earlier page gave back would hide what the next one takes, so each has a process of its own.
-std::optional<double> MemoriaDi(size_t colonna)
+std::optional<double> MemoriaDi(size_t prova, size_t colonna)
 {
     QProcess processo;
     processo.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    processo.start(QCoreApplication::applicationFilePath(), {u"--memory-of"_s, QString::number(colonna)});
+    processo.start(QCoreApplication::applicationFilePath(), {u"--memory-of"_s, u"%1,%2"_s.arg(prova).arg(colonna)});
     if (!processo.waitForFinished(120'000) || processo.exitCode() != 0)
         return std::nullopt;
     bool valido = false;
@@ -85,7 +104,7 @@ int main(int argc, char **argv)
                                         u"Measure processor time, not the clock: for a machine that is busy."_s);
     const QCommandLineOption filtro(u"only"_s, u"Only the rows whose name contains TEXT."_s, u"TEXT"_s);
     const QCommandLineOption colonna(u"size"_s, u"Only the columns whose name contains TEXT."_s, u"TEXT"_s);
-    QCommandLineOption memoria(u"memory-of"_s, QString(), u"COLUMN"_s);
+    QCommandLineOption memoria(u"memory-of"_s, QString(), u"ROW,COLUMN"_s);
     memoria.setFlags(QCommandLineOption::HiddenFromHelp);
     const QCommandLineOption pagina(u"write-page"_s, u"Write a page of UNITS characters to the output and end."_s,
                                     u"UNITS"_s);
@@ -97,7 +116,10 @@ int main(int argc, char **argv)
         return 0;
     }
     if (opzioni.isSet(memoria)) {
-        Stampa(QString::number(BancoControllo::Memoria(opzioni.value(memoria).toInt())) + u'\n');
+        const QStringList quale = opzioni.value(memoria).split(u',');
+        const size_t prova = std::min(quale.first().toULong(), ProveMemoria().size() - 1);
+        const size_t dove = std::min(quale.last().toULong(), Colonne().size() - 1);
+        Stampa(QString::number(ProveMemoria()[prova].misura(int(dove))) + u'\n');
         return 0;
     }
     if (!ModuloTag::CaricaTag(QCoreApplication::applicationDirPath() + u"/../bin/tag html.db"_s).Riuscito())
@@ -106,9 +128,9 @@ int main(int argc, char **argv)
 
     std::vector<Prova> prove = Prove();
     std::erase_if(prove, [&](const Prova &prova) { return !prova.nome.contains(opzioni.value(filtro)); });
-    const QString nomeMemoria = u"memory of the control"_s;
     std::vector<std::vector<std::optional<double>>> tempi(prove.size());
-    std::vector<std::optional<double>> memorie;
+    std::vector<std::vector<std::optional<double>>> memorie(ProveMemoria().size());
+    const auto misuraMemoria = [&](size_t prova) { return ProveMemoria()[prova].nome.contains(opzioni.value(filtro)); };
     QStringList nomi;
     for (size_t i = 0; i < Colonne().size(); ++i) {
         const Colonna &questa = Colonne()[i];
@@ -119,7 +141,8 @@ int main(int argc, char **argv)
             banco.Prepara(PaginaDi(questa));
         for (size_t j = 0; j < prove.size(); ++j)
             tempi[j].push_back(misura ? std::optional(prove[j].misura(banco)) : std::nullopt);
-        memorie.push_back(misura && nomeMemoria.contains(opzioni.value(filtro)) ? MemoriaDi(i) : std::nullopt);
+        for (size_t j = 0; j < memorie.size(); ++j)
+            memorie[j].push_back(misura && misuraMemoria(j) ? MemoriaDi(j, i) : std::nullopt);
     }
 
     Tabella tabella(u"Editing control, %1, medians (%2)"_s.arg(Orologio::diProcessore ? u"processor time"_s : u"time"_s,
@@ -127,8 +150,10 @@ int main(int argc, char **argv)
                     nomi, {{3, 2}, {6, 5}});
     for (size_t j = 0; j < prove.size(); ++j)
         tabella.Riga(prove[j].nome, u"ms"_s, tempi[j]);
-    if (nomeMemoria.contains(opzioni.value(filtro)))
-        tabella.Riga(nomeMemoria, u"MB"_s, memorie);
+    for (size_t j = 0; j < memorie.size(); ++j) {
+        if (misuraMemoria(j))
+            tabella.Riga(ProveMemoria()[j].nome, u"MB"_s, memorie[j]);
+    }
     Stampa(tabella.Testo());
     return 0;
 }

@@ -74,14 +74,17 @@ void FrmPaginaHTML::Carica()
 void FrmPaginaHTML::CollegaEventi()
 {
     const auto ridisegna = [this] { Pad_Disegna_Numero_Righe(m_margine); };
-    const auto ridisegnaSeLibero = [ridisegna] {
-        if (!Stato().ControlloInCorso)
-            ridisegna();
-    };
-    connect(m_pad, &RichTextBox::Change, this, ridisegnaSeLibero);
-    connect(m_pad, &RichTextBox::SelChange, this, [this, ridisegnaSeLibero] {
+    // The control tells which part of it is painted anew; beside the rest the numbers stand as they are.
+    connect(m_pad, &RichTextBox::updateRequest, this, [this](const QRect &area, int dy) {
+        if (Stato().ControlloInCorso)
+            m_ultimaPrimaRiga = 0;
+        else
+            m_margine->Segui(area, dy);
+    });
+    connect(m_pad, &RichTextBox::SelChange, this, [this] {
         emit StatoModificaCambiato(m_pad->hWnd());
-        ridisegnaSeLibero();
+        if (!Stato().ControlloInCorso)
+            m_margine->SeguiCaretto();
     });
     connect(new TastiPagina(m_pad), &TastiPagina::AnteprimaRichiesta, this, &FrmPaginaHTML::AnteprimaRichiesta);
     connect(m_pad, &RichTextBox::KeyUp, this, [this] { emit StatoModificaCambiato(m_pad->hWnd()); });
@@ -101,8 +104,6 @@ void FrmPaginaHTML::CollegaEventi()
     connect(m_pad, &RichTextBox::Click, this, mostraSelezione);
     connect(m_pad, &RichTextBox::LostFocus, this, mostraSelezione);
     connect(m_timer, &QTimer::timeout, this, &FrmPaginaHTML::ScorrimentoForseCambiato);
-    // The timer would do; numbers that move with the text are nicer.
-    connect(m_pad->verticalScrollBar(), &QScrollBar::valueChanged, this, ridisegnaSeLibero);
 }
 
 void FrmPaginaHTML::Attiva()
@@ -139,6 +140,7 @@ void FrmPaginaHTML::Disponi()
 
 void FrmPaginaHTML::Pad_Disegna_Numero_Righe(MargineRighe *margine)
 {
+    margine->SeguiCaretto();
     margine->update();
 }
 

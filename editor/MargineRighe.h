@@ -12,6 +12,11 @@ class MargineRighe : public QWidget
 public:
     explicit MargineRighe(const RichTextBox *pad, QWidget *parent = nullptr);
 
+    /// Paints anew what stands beside \a area of the control's viewport, after it moved by \a dy pixels.
+    void Segui(const QRect &area, int dy);
+    /// Paints the numbers anew of the line that the caret left and the one that it came to.
+    void SeguiCaretto();
+
     /// \a numero right-aligned in four characters, with one space before longer ones.
     [[nodiscard]] static QString TestoNumero(int numero);
 
@@ -20,4 +25,5 @@ protected:
 
 private:
     const RichTextBox *m_pad;
+    int m_rigaCaretto = 0; ///< painted in bold
 };

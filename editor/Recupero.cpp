@@ -146,11 +146,10 @@ void Recupero::Scarta(VoceRecupero voce)
 // --- The running program's own file ---------------------------------------------------------------------------------
 
 Recupero::Recupero(RichTextBox *controllo, const QString &cartella, int pausa, QObject *genitore)
-    : QObject(genitore), m_pad(controllo), m_cartella(Cartella(cartella))
+    : QObject(genitore), m_pad(controllo), m_cartella(Cartella(cartella)), m_pausa(pausa)
 {
     m_scrittore.setMaxThreadCount(1);
     m_timer.setSingleShot(true);
-    m_timer.setInterval(pausa);
     connect(&m_timer, &QTimer::timeout, this, &Recupero::AlTick);
     if (controllo) {
         m_revisioneSalvata = controllo->Revisione();
@@ -170,8 +169,8 @@ void Recupero::AlCambio()
     if (!m_daScrivere.isValid())
         m_daScrivere.start();
     // Whoever types without a pause is not left without a copy.
-    if (!m_timer.isActive() || m_daScrivere.elapsed() < AttesaMax)
-        m_timer.start();
+    const int resto = int(std::max<qint64>(0, AttesaMax - m_daScrivere.elapsed()));
+    m_timer.start(m_pausa < AttesaMax ? std::min(m_pausa, resto) : m_pausa);
 }
 
 void Recupero::AlTick()

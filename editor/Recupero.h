@@ -47,8 +47,8 @@ class Recupero : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int Pausa = 2'000;      ///< milliseconds without a change before the text is written
-    static constexpr int AttesaMax = 10'000; ///< milliseconds after which it is written in the middle of typing
+    static constexpr int Pausa = 1'500;     ///< milliseconds without a change before the text is written
+    static constexpr int AttesaMax = 4'000; ///< milliseconds after which it is written in the middle of typing
 
     /// Watches \a controllo; what stands in it now counts as saved. \a cartella: empty for CartellaUtente().
     explicit Recupero(RichTextBox *controllo, const QString &cartella = {}, int pausa = Pausa,
@@ -92,6 +92,7 @@ private:
     QString m_codifica;
     std::unique_ptr<QLockFile> m_chiave;
     QTimer m_timer;
+    int m_pausa = 0;            ///< milliseconds
     QElapsedTimer m_daScrivere; ///< since the first change that is not written yet
     QThreadPool m_scrittore;    ///< one thread: what was asked first is done first
     int m_revisioneSalvata = 0;

@@ -86,9 +86,29 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
 }
 
 // The cut of a long line is no character: a key that would only step over it, or only take it away, acts from behind
-// it.
+// it; Home and End act from the line's first and last piece.
 void RichTextBox::ScavalcaTaglio(int codice, bool estende)
 {
+    if (codice == 35 || codice == 36) {
+        QTextCursor capo = textCursor();
+        const int passo = codice == 36 ? -1 : 1;
+        const int primo = capo.blockNumber();
+        int blocco = primo;
+        const auto taglioAccanto = [&] {
+            const int interruzione = passo < 0 ? blocco - 1 : blocco;
+            return interruzione >= 0 && interruzione < m_blocchi - 1 &&
+                   m_interruzioni.Tipo(interruzione) == Interruzione::Taglio;
+        };
+        while (taglioAccanto())
+            blocco += passo;
+        if (blocco != primo) {
+            const QTextBlock ultimo = document()->findBlockByNumber(blocco);
+            capo.setPosition(ultimo.position() + (passo < 0 ? 0 : ultimo.length() - 1),
+                             estende ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+            setTextCursor(capo);
+        }
+        return;
+    }
     const bool indietro = codice == 37 || codice == 8;
     const bool cancella = codice == 8 || codice == 46;
     QTextCursor cursore = textCursor();

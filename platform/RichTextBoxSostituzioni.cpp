@@ -29,16 +29,13 @@ int RichTextBox::SostituisciTutte(const std::vector<int> &posizioni, int lunghez
     const size_t attesa = aspetti.size() + posti.size() * size_t(sostituto.size());
     nuovo.reserve(qsizetype(attesa));
     nuoviAspetti.reserve(attesa);
-    // New text looks like the character before it, as if each place had been replaced by itself.
-    quint8 aspetto = AspettoBattitura(inizio);
+    // New text looks like what it replaces: the character before it may be the end of a tag, in the tag's colour.
     int tenuto = inizio;
     for (const auto &[da, a] : posti) {
         nuovo += QStringView(vecchio).sliced(tenuto - inizio, da - tenuto);
         nuoviAspetti.insert(nuoviAspetti.end(), aspetti.begin() + (tenuto - inizio), aspetti.begin() + (da - inizio));
-        if (!nuoviAspetti.empty())
-            aspetto = nuoviAspetti.back();
         nuovo += sostituto;
-        nuoviAspetti.insert(nuoviAspetti.end(), size_t(sostituto.size()), aspetto);
+        nuoviAspetti.insert(nuoviAspetti.end(), size_t(sostituto.size()), aspetti[size_t(da - inizio)]);
         tenuto = a;
     }
     Sostituisci(inizio, fine - inizio, nuovo);

@@ -289,6 +289,23 @@ void TstRichTextBox::longLinesAreCutUnseen()
     }
     QCOMPARE(controllo.Text(), modello);
 
+    // Home and End go to the ends of the line, wherever its cuts lie.
+    controllo.ImpostaText(testo);
+    for (const int caretto : {7, 7 + 256, 7 + 4000, 7 + 9000}) {
+        controllo.ImpostaSelStart(caretto);
+        QTest::keyClick(&controllo, Qt::Key_End);
+        QCOMPARE(controllo.SelStart(), 7 + 9000);
+        controllo.ImpostaSelStart(caretto);
+        QTest::keyClick(&controllo, Qt::Key_Home);
+        QCOMPARE(controllo.SelStart(), 7);
+        controllo.ImpostaSelStart(caretto);
+        QTest::keyClick(&controllo, Qt::Key_End, Qt::ShiftModifier);
+        QCOMPARE(std::pair(controllo.SelStart(), controllo.SelLength()), std::pair(caretto, 7 + 9000 - caretto));
+    }
+    controllo.ImpostaSelStart(3);
+    QTest::keyClick(&controllo, Qt::Key_End);
+    QCOMPARE(controllo.SelStart(), 5);
+
     // A block that grows while it is typed into is cut in its turn.
     controllo.ImpostaText(QString());
     controllo.ImpostaSelText(QString(1000, u'x'));

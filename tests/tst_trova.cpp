@@ -257,6 +257,7 @@ void TstTrova::replaceAllKeepsLooksAndIsOneStep()
     banco.pad.Colora(0, 2, 0xC00000);
     banco.pad.Colora(2, 1, 0xFF);
     banco.pad.Colora(5, 2, 0xFF00FF);
+    banco.pad.Colora(8, 1, 0xFF);
     QObject contenitore;
     clsUndo undo;
     QVERIFY(undo.Attach(&contenitore, &banco.pad, 3'600'000));
@@ -273,8 +274,8 @@ void TstTrova::replaceAllKeepsLooksAndIsOneStep()
     banco.Testi(u"b"_s, u"cc"_s);
     QCOMPARE(banco.SostituisciTutto(), Sostituiti.arg(3));
     QCOMPARE(banco.pad.Text(), u"!acc acc\r\nacc x"_s);
-    // What was put in looks like the character before it.
-    QCOMPARE(colori(), u"0 c00000 c00000 c00000 ff 0 0 0 ff00ff ff00ff 0 0 0 0 0"_s);
+    // What was put in looks like what it replaced.
+    QCOMPARE(colori(), u"0 c00000 c00000 c00000 ff 0 0 0 ff00ff ff00ff 0 ff ff 0 0"_s);
     QVERIFY(undo.AnnullaComando());
     QCOMPARE(banco.pad.Text(), u"!ab ab\r\nab x"_s);
     QCOMPARE(colori(), u"0 "_s + prima);
