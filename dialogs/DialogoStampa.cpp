@@ -15,6 +15,7 @@ namespace
 
 constexpr qreal Margine = 15; // mm
 constexpr int CartaPropria = 256;
+constexpr int MassimaPagina = 99999; // how many there are depends on the paper that is yet to be chosen
 
 int NumeroFronteRetro(QPrinter::DuplexMode modo, bool orizzontale)
 {
@@ -74,6 +75,12 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
     // Files of the host's own kind are PDF: that choice needs no printer.
     dialogo.setOptions(QAbstractPrintDialog::PrintPageRange | QAbstractPrintDialog::PrintShowPageSize |
                        QAbstractPrintDialog::PrintCollateCopies | QAbstractPrintDialog::PrintToFile);
+    dialogo.setMinMax(1, MassimaPagina);
+    // Qt's field for several ranges refuses valid ones; from and to beside it do work.
+    for (const QString &nome : {u"pagesRadioButton"_s, u"pagesLineEdit"_s}) {
+        if (auto *campo = dialogo.findChild<QWidget *>(nome))
+            campo->hide();
+    }
     if (salvate.nomi.isEmpty())
         dispositivo.setOutputFileName(FilePdf(nomeFile));
     if (selezione) {
