@@ -1,6 +1,5 @@
 #include "dialogs/DialogoStampa.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -30,14 +29,6 @@ int NumeroFronteRetro(QPrinter::DuplexMode modo, bool orizzontale)
         break;
     }
     return 1;
-}
-
-/// Where a PDF file goes unless the user says otherwise: beside the page, with its name.
-QString FilePdf(const QString &nomeFile)
-{
-    const QFileInfo pagina(nomeFile);
-    const QString cartella = pagina.isAbsolute() ? pagina.path() : QDir::homePath();
-    return cartella + u'/' + (pagina.completeBaseName().isEmpty() ? u"print"_s : pagina.completeBaseName()) + u".pdf"_s;
 }
 
 } // namespace
@@ -81,8 +72,6 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
         if (auto *campo = dialogo.findChild<QWidget *>(nome))
             campo->hide();
     }
-    if (salvate.nomi.isEmpty())
-        dispositivo.setOutputFileName(FilePdf(nomeFile));
     if (selezione) {
         dialogo.setOption(QAbstractPrintDialog::PrintSelection);
         dialogo.setPrintRange(QAbstractPrintDialog::Selection);
