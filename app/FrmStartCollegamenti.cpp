@@ -12,6 +12,7 @@
 #include "dialogs/CaricaMotore.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/FrmTrova.h"
+#include "dialogs/ModuloStampa.h"
 #include "editor/Recupero.h"
 #include "editor/clsUndo.h"
 #include "html/FrmControlloSintassi.h"
@@ -126,6 +127,11 @@ void FrmStart::CollegaComandi()
     m_comandi->Collega(u"MenuFile(1)"_s, [this] { ApriPaginaWeb(); });
     m_comandi->Collega(u"MenuFile(4)"_s, [this] { m_pagina->Salva(); });
     m_comandi->Collega(u"MenuFile(5)"_s, [this] { m_pagina->SalvaConNome(); });
+    m_comandi->Collega(u"MenuFile(7)"_s, [this] {
+        const QString &file = Stato().FileCorrente;
+        ModuloStampa::Stampa(*m_pad, file.isEmpty() ? m_pagina->Nome() : file);
+        m_pad->setFocus();
+    });
     m_comandi->Collega(u"MenuFile(9)"_s, [] {
         if (QFileInfo(Stato().FileAnteprima).size() >= 2)
             ModuloPrincipale::ApriConShell(Stato().FileAnteprima);

@@ -1,0 +1,87 @@
+#include "dialogs/DialogoStampa.h"
+
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrinter>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qreal Margine = 15; // mm
+constexpr int CartaPropria = 256;
+constexpr int MassimaPagina = 99999; // how many there are depends on the paper that is yet to be chosen
+
+int NumeroFronteRetro(QPrinter::DuplexMode modo, bool orizzontale)
+{
+    switch (modo) {
+    case QPrinter::DuplexLongSide:
+        return 2;
+    case QPrinter::DuplexShortSide:
+        return 3;
+    case QPrinter::DuplexAuto:
+        return orizzontale ? 3 : 2;
+    case QPrinter::DuplexNone:
+        break;
+    }
+    return 1;
+}
+
+} // namespace
+
+DevMode ModuloStampa::Impostazioni(const QPrinter &dispositivo, const DevMode &prima)
+{
+    DevMode record = prima;
+    const QPageLayout disposizione = dispositivo.pageLayout();
+    const bool orizzontale = disposizione.orientation() == QPageLayout::Landscape;
+    const QSizeF carta = disposizione.pageSize().size(QPageSize::Millimeter) * 10;
+    record.ImpostaNomeDispositivo(dispositivo.printerName().toUtf8());
+    record.Imposta(DevMode::NumeroCopie, std::max(1, dispositivo.copyCount()));
+    record.Imposta(DevMode::Orientamento, orizzontale ? 2 : 1);
+    record.Imposta(DevMode::LarghezzaCarta, int(std::lround(carta.width())));
+    record.Imposta(DevMode::LunghezzaCarta, int(std::lround(carta.height())));
+    const int numero = disposizione.pageSize().windowsId();
+    record.Imposta(DevMode::Carta, numero > 0 ? numero : CartaPropria);
+    record.ImpostaNomeCarta(disposizione.pageSize().key().toUtf8());
+    record.Imposta(DevMode::FronteRetro, NumeroFronteRetro(dispositivo.duplex(), orizzontale));
+    record.Imposta(DevMode::Colore, dispositivo.colorMode() == QPrinter::GrayScale ? 1 : 2);
+    record.Imposta(DevMode::Fascicolazione, dispositivo.collateCopies() ? 1 : 0);
+    return record;
+}
+
+ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const ImpostazioniSalvate &salvate,
+                                                       bool selezione, const QString &nomeFile)
+{
+    SceltaStampa scelta;
+    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    QPrinter &dispositivo = *scelta.dispositivo;
+    dispositivo.setDocName(QFileInfo(nomeFile).fileName());
+    dispositivo.setPageMargins({Margine, Margine, Margine, Margine}, QPageLayout::Millimeter);
+    QPrintDialog dialogo(&dispositivo, finestra);
+    dialogo.setObjectName(u"DialogoStampa"_s);
+    // Files of the host's own kind are PDF: that choice needs no printer.
+    dialogo.setOptions(QAbstractPrintDialog::PrintPageRange | QAbstractPrintDialog::PrintShowPageSize |
+                       QAbstractPrintDialog::PrintCollateCopies | QAbstractPrintDialog::PrintToFile);
+    dialogo.setMinMax(1, MassimaPagina);
+    // Qt's field for several ranges refuses valid ones; from and to beside it do work.
+    for (const QString &nome : {u"pagesRadioButton"_s, u"pagesLineEdit"_s}) {
+        if (auto *campo = dialogo.findChild<QWidget *>(nome))
+            campo->hide();
+    }
+    if (selezione) {
+        dialogo.setOption(QAbstractPrintDialog::PrintSelection);
+        dialogo.setPrintRange(QAbstractPrintDialog::Selection);
+    }
+    if (dialogo.exec() != QDialog::Accepted)
+        return {};
+    scelta.soloSelezione = selezione && dispositivo.printRange() == QPrinter::Selection;
+    if (dispositivo.outputFormat() != QPrinter::PdfFormat)
+        scelta.stampante = dispositivo.printerName();
+    const qsizetype indice = salvate.nomi.indexOf(scelta.stampante);
+    scelta.impostazioni = Impostazioni(dispositivo, indice < 0 ? DevMode() : salvate.record.at(size_t(indice)));
+    return scelta;
+}
