@@ -16,7 +16,7 @@
 #include "dialogs/Anteprima.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/FrmTrova.h"
-#include "dialogs/PaginaAnteprima.h"
+#include "dialogs/PostoAnteprima.h"
 #include "editor/FrmPaginaHTML.h"
 #include "editor/Recupero.h"
 #include "editor/clsUndo.h"
@@ -68,12 +68,11 @@ QRect InPixel(QRect twip)
 
 } // namespace
 
-FrmStart::FrmStart(const QString &pagina) : m_daAprire(pagina)
+FrmStart::FrmStart(const QString &pagina) : m_postoAnteprima(std::make_unique<PostoAnteprima>()), m_daAprire(pagina)
 {
     setObjectName(u"FrmStart"_s);
     setWindowIcon(ModuloGrafica::Icona(u"velloro"));
-    Stato().FileAnteprima = PaginaAnteprima::Percorso();
-    PaginaAnteprima::Rimuovi(); // a killed program may have left its page
+    Stato().FileAnteprima = m_postoAnteprima->Percorso();
     CostruisciFinestra();
     CostruisciStato();
     CostruisciFinestreInterne();
@@ -100,7 +99,6 @@ FrmStart::~FrmStart()
     m_documento->disconnect(this);
     m_risultati->disconnect(this);
     delete m_anteprima; // the engine goes before the window that it draws in
-    PaginaAnteprima::Rimuovi();
 }
 
 // --- Building -------------------------------------------------------------------------------------------------------

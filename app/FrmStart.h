@@ -4,6 +4,8 @@
 
 #include "platform/RichTextBox.h"
 
+#include <memory>
+
 class Anteprima;
 class clsUndo;
 class Comandi;
@@ -13,6 +15,7 @@ class FrmControlloSintassi;
 class FrmPaginaHTML;
 class FrmTrova;
 class PaginaCorrente;
+class PostoAnteprima;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -89,6 +92,7 @@ private:
     FrmTrova *m_trova = nullptr;
     Recupero *m_recupero = nullptr;
     Anteprima *m_anteprima = nullptr;
+    std::unique_ptr<PostoAnteprima> m_postoAnteprima;
     RichTextBox *m_pad = nullptr;
     Hwnd m_hwndPad = 0;
     QMdiArea *m_area = nullptr;

@@ -158,6 +158,11 @@ void Anteprima::CollegamentoScelto(const QUrl &indirizzo)
         QDesktopServices::openUrl(indirizzo);
 }
 
+void Anteprima::PaginaToccata()
+{
+    emit FuocoAllaPagina();
+}
+
 void Anteprima::MostraStato()
 {
     constexpr qsizetype massimo = 500; // a page can have a title of any length

@@ -37,7 +37,7 @@ public:
 signals:
     /// A text for the status bar: the link under the mouse, else the title of the page.
     void TestoStato(const QString &testo);
-    /// The page was sent to the browser: whoever edits takes the focus.
+    /// The page was sent to the browser, or the mouse was used there: whoever edits takes the focus.
     void FuocoAllaPagina();
 
 private:
@@ -47,6 +47,7 @@ private:
     void TitoloCambiato(const QString &titolo) override;
     void CollegamentoIndicato(const QUrl &indirizzo) override;
     void CollegamentoScelto(const QUrl &indirizzo) override;
+    void PaginaToccata() override;
 
     bool Scrivi(const RichTextBox &controllo);
     void CaricaMotore();

@@ -13,7 +13,8 @@ struct RichiestaMotore {
     enum class Tipo {
         Pagina,   ///< the page itself
         Cornice,  ///< a frame, or the content of an object element
-        Risorsa,  ///< a picture, style sheet, script, font or medium that the page names
+        Risorsa,  ///< a picture, style sheet, font or medium that the page names
+        Script,   ///< a script that the page names
         Contenuto ///< bytes that a script would get to read, and everything else
     };
 
@@ -39,6 +40,8 @@ public:
     virtual void CollegamentoIndicato(const QUrl &indirizzo) = 0;
     /// The user clicked a link.
     virtual void CollegamentoScelto(const QUrl &indirizzo) = 0;
+    /// A mouse button was released over the page.
+    virtual void PaginaToccata() = 0;
 };
 
 /// A browser engine with one page, behind an interface so that the program neither links nor loads the engine before it

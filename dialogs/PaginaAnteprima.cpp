@@ -4,10 +4,8 @@
 #include "platform/CodificaPagina.h"
 #include "platform/FilePagina.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <cerrno>
 
@@ -42,16 +40,6 @@ int Motivo(int errore)
 
 } // namespace
 
-QString PaginaAnteprima::Percorso()
-{
-    const QString programma = ModuloDichiarazioni::CartellaProgramma();
-    if (QFileInfo(programma).isWritable())
-        return ModuloDichiarazioni::PercorsoIn(programma, u"test.html");
-    const QString dati = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-    QDir().mkpath(dati);
-    return ModuloDichiarazioni::PercorsoIn(dati, u"test.html");
-}
-
 int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
 {
     if (testo.isEmpty())
@@ -62,17 +50,11 @@ int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
         return MotivoNonFile;
     QFile file(percorso);
     errno = 0;
-    // Written over the old page: to give its memory back and ask for it again would double the cost of a key.
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+    // The page is nobody else's business. Written over the old one: to give its memory back and ask for it again would
+    // double the cost of a key.
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
         return Motivo(errno);
     const QByteArray byte = Codifiche::ByteDaTesto(testo, formato);
     errno = 0;
     return file.write(byte) == byte.size() && file.resize(byte.size()) ? 0 : Motivo(errno);
-}
-
-void PaginaAnteprima::Rimuovi()
-{
-    const QString &percorso = ModuloDichiarazioni::Stato().FileAnteprima;
-    if (!percorso.isEmpty() && QFile::exists(percorso))
-        QFile::remove(percorso);
 }

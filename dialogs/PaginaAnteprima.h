@@ -8,14 +8,8 @@ struct FormatoPagina;
 namespace PaginaAnteprima
 {
 
-/// "test.html" in the program folder; in the user's own data folder when the program folder is not writable.
-[[nodiscard]] QString Percorso();
-
-/// Writes \a testo to FileAnteprima in the page's encoding; an empty text leaves the file as it was. 0, or the number
-/// of the message that gives the reason of a failure.
+/// Writes \a testo to FileAnteprima, which only the user can read, in the page's encoding; an empty text leaves the
+/// file as it was. 0, or the number of the message that gives the reason of a failure.
 [[nodiscard]] int Scrivi(QStringView testo, FormatoPagina formato);
-
-/// Deletes the file when it exists.
-void Rimuovi();
 
 } // namespace PaginaAnteprima

@@ -29,9 +29,34 @@ QString Percorso(const QUrl &indirizzo)
     return qui ? QDir::cleanPath(indirizzo.toLocalFile()) : QString();
 }
 
+/// The place of a page without a file is the root, which is nobody's own folder.
+bool SenzaCartella(const QString &posto)
+{
+    return QFileInfo(posto).path() == QDir::rootPath();
+}
+
 bool NellaCartellaDi(const QString &percorso, const QString &posto)
 {
     return percorso.startsWith(posto.left(posto.lastIndexOf(u'/') + 1));
+}
+
+/// True when the way to \a percorso enters a folder whose name begins with a dot and in which the page does not lie:
+/// settings, histories and keys are there.
+bool Nascosto(const QString &percorso, const QString &posto)
+{
+    for (qsizetype i = percorso.indexOf(u"/."); i >= 0; i = percorso.indexOf(u"/.", i + 1)) {
+        const qsizetype fine = percorso.indexOf(u'/', i + 1);
+        if (fine < 0 || !posto.startsWith(QStringView(percorso).left(fine + 1)))
+            return true;
+    }
+    return false;
+}
+
+/// A script elsewhere is given only when it says that it is one: run as a script, other files can tell what is in them.
+bool DettoScript(const QString &percorso)
+{
+    const QString estensione = QFileInfo(percorso).suffix().toLower();
+    return estensione == u"js" || estensione == u"mjs";
 }
 
 } // namespace
@@ -49,14 +74,16 @@ bool RichiesteAnteprima::Concede(const RichiestaMotore &richiesta, const QString
     const QString percorso = Percorso(richiesta.indirizzo);
     if (percorso.isEmpty() || richiesta.daRemoto)
         return false;
+    const bool sua = !SenzaCartella(posto) && NellaCartellaDi(percorso, posto);
     switch (richiesta.tipo) {
     case Tipo::Pagina:
         return percorso == posto;
     case Tipo::Cornice:
-        // The place of a page without a file is the root, which is nobody's own folder.
-        return QFileInfo(posto).path() != QDir::rootPath() && NellaCartellaDi(percorso, posto);
+        return sua;
     case Tipo::Risorsa:
-        return true;
+        return sua || !Nascosto(percorso, posto);
+    case Tipo::Script:
+        return sua || (DettoScript(percorso) && !Nascosto(percorso, posto));
     case Tipo::Contenuto:
         break;
     }

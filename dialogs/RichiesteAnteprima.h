@@ -13,7 +13,9 @@ namespace RichiesteAnteprima
 [[nodiscard]] QString Posto(const QString &corrente);
 
 /// Local files are given to a page, the one at \a posto, only as pictures, styles, scripts, fonts and media, whose
-/// bytes no script gets to see, and, from its own folder and below, as frames. Web addresses are open to it.
+/// bytes no script gets to see, and, from its own folder and below, as frames. What lies outside that folder is not
+/// given from hidden folders, and as a script only when it is named as one. Web addresses are open to it: it shows as
+/// it will on the web, and has nothing local to tell.
 [[nodiscard]] bool Concede(const RichiestaMotore &richiesta, const QString &posto);
 
 /// True when a click may hand \a indirizzo to the system: web and mail addresses, and local files that a browser shows.

@@ -3,9 +3,11 @@
 #include "dialogs/Anteprima.h"
 #include "dialogs/CicloAnteprima.h"
 #include "dialogs/FrmAnteprima.h"
+#include "dialogs/PostoAnteprima.h"
 #include "dialogs/RichiesteAnteprima.h"
 #include "platform/RichTextBox.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -34,6 +36,12 @@ public:
 private:
     QStringList &m_diario;
 };
+
+void Salva(const QString &percorso, const QByteArray &byte = "pagina")
+{
+    QFile file(percorso);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(byte) == byte.size());
+}
 
 QString Passi(const QString &eventi)
 {
@@ -70,6 +78,9 @@ private slots:
     void CartellaDellaPaginaAperta();
     void ScritturaFallita();
     void SenzaMotore();
+    void PostiDiPiuProgrammi();
+    void RestiDiUnProgrammaUcciso();
+    void CartellaNonScrivibile();
 
 private:
     std::unique_ptr<Anteprima> Crea();
@@ -131,6 +142,19 @@ void tst_Anteprima::Richieste_data()
     QTest::newRow("frame of a page without a file")
         << u"file:///etc/passwd"_s << Tipo::Cornice << false << QString() << false;
     QTest::newRow("web frame") << u"http://e.it/"_s << Tipo::Cornice << false << mia << true;
+    QTest::newRow("script above") << u"file:///js/a.js"_s << Tipo::Script << false << mia << true;
+    QTest::newRow("other file above as a script") << u"file:///a.csv"_s << Tipo::Script << false << mia << false;
+    QTest::newRow("other file beside as a script") << u"file:///sito/a.asp"_s << Tipo::Script << false << mia << true;
+    QTest::newRow("script of a browser's settings")
+        << u"file:///home/a/.mozilla/p/prefs.js"_s << Tipo::Script << false << mia << false;
+    QTest::newRow("hidden picture") << u"file:///home/a/.faces/a.png"_s << Tipo::Risorsa << false << mia << false;
+    QTest::newRow("hidden file") << u"file:///home/a/.face"_s << Tipo::Risorsa << false << mia << false;
+    QTest::newRow("page in a hidden folder")
+        << u"file:///a/.sito/su.png"_s << Tipo::Risorsa << false << u"/a/.sito/p/mia.html"_s << true;
+    QTest::newRow("hidden folder beside the page")
+        << u"file:///sito/.well-known/a.png"_s << Tipo::Risorsa << false << mia << true;
+    QTest::newRow("picture by its full path in a page without a file")
+        << u"file:///home/a/b.png"_s << Tipo::Risorsa << false << QString() << true;
     QTest::newRow("script reads a file") << u"file:///sito/dati.json"_s << Tipo::Contenuto << false << mia << false;
     QTest::newRow("script reads the web") << u"http://e.it/dati"_s << Tipo::Contenuto << false << mia << true;
     QTest::newRow("inner address") << u"chrome://settings"_s << Tipo::Cornice << false << mia << false;
@@ -241,6 +265,8 @@ void tst_Anteprima::CartellaDellaPaginaAperta()
     Stato().FileCorrente = u"/sito/mia.html"_s; // becomes so after the refresh
     QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62"_s});
     QCOMPARE(fuoco.size(), 1);
+    m_ospite->PaginaToccata();
+    QCOMPARE(fuoco.size(), 2);
 }
 
 void tst_Anteprima::ScritturaFallita()
@@ -277,6 +303,53 @@ void tst_Anteprima::SenzaMotore()
     const auto *avviso = m_finestra->findChild<QWidget *>(u"Avviso"_s);
     QVERIFY(!avviso->isHidden());
     QCOMPARE(avviso->toolTip(), u"perché"_s);
+}
+
+void tst_Anteprima::PostiDiPiuProgrammi()
+{
+    const QStringList cartelle{m_cartella->path()};
+    Salva(m_cartella->filePath(u"test-3.html"_s)); // the user's own
+    auto primo = std::make_unique<PostoAnteprima>(cartelle);
+    auto secondo = std::make_unique<PostoAnteprima>(cartelle);
+    const PostoAnteprima terzo(cartelle);
+    QCOMPARE(primo->Percorso(), m_cartella->filePath(u"test.html"_s));
+    QCOMPARE(secondo->Percorso(), m_cartella->filePath(u"test-2.html"_s));
+    QCOMPARE(terzo.Percorso(), m_cartella->filePath(u"test-4.html"_s));
+    for (const auto &percorso : {primo->Percorso(), secondo->Percorso(), terzo.Percorso()})
+        Salva(percorso);
+    const PostoAnteprima quarto(cartelle); // takes away nobody's page
+    primo.reset();
+    secondo.reset();
+    QCOMPARE(QDir(m_cartella->path()).entryList({u"*.html"_s}), (QStringList{u"test-3.html"_s, u"test-4.html"_s}));
+    QCOMPARE(PostoAnteprima(cartelle).Percorso(), m_cartella->filePath(u"test.html"_s));
+}
+
+void tst_Anteprima::RestiDiUnProgrammaUcciso()
+{
+    constexpr int NessunProcesso = 0x7ffffff0; // above the greatest number of a process
+    for (const QString &nome : {u"test.html"_s, u"test-2.html"_s}) {
+        const QString percorso = m_cartella->filePath(nome);
+        Salva(percorso);
+        Salva(percorso + u".lock"_s,
+              "%1\nvelloro\n%2\n"_L1.arg(QString::number(NessunProcesso), QSysInfo::machineHostName()).toUtf8());
+    }
+    {
+        const PostoAnteprima posto({m_cartella->path()});
+        QCOMPARE(posto.Percorso(), m_cartella->filePath(u"test.html"_s));
+        QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files), QStringList{u"test.html.lock"_s});
+    }
+    QVERIFY(QDir(m_cartella->path()).isEmpty());
+}
+
+void tst_Anteprima::CartellaNonScrivibile()
+{
+    const QString file = m_cartella->filePath(u"file"_s);
+    Salva(file);
+    QDir(m_cartella->path()).mkpath(u"a/test.html/x"_s);          // cannot be taken away
+    const QString dati = m_cartella->filePath(u"dati/velloro"_s); // is made
+    QCOMPARE(PostoAnteprima({file, dati}).Percorso(), dati + u"/test.html"_s);
+    QCOMPARE(PostoAnteprima({m_cartella->filePath(u"a"_s), dati}).Percorso(), m_cartella->filePath(u"a/test-2.html"_s));
+    QCOMPARE(PostoAnteprima({file}).Percorso(), file + u"/test.html"_s);
 }
 
 QTEST_MAIN(tst_Anteprima)

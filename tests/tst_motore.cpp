@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using ModuloDichiarazioni::Stato;
@@ -60,6 +61,7 @@ void tst_Motore::initTestCase()
     Salva(m_cartella.filePath(u"sito/css/stile.css"_s), "p { width: 321px }");
     Salva(m_cartella.filePath(u"sito/riquadro.html"_s), "<p>dentro</p>");
     Salva(m_cartella.filePath(u"segreto.txt"_s), "segreto");
+    Salva(m_cartella.filePath(u"sito/modulo.js"_s), "document.title='modulo'");
     QDir(m_cartella.path()).mkpath(u"figure"_s);
     QVERIFY(QImage(7, 5, QImage::Format_RGB32).save(m_cartella.filePath(u"figure/su.png"_s)));
     Stato().FileAnteprima = m_cartella.filePath(u"altrove/test.html"_s);
@@ -102,6 +104,32 @@ void tst_Motore::Pagina_data()
     QTest::addColumn<QString>("html");
     QTest::addColumn<QString>("titolo");
     const QString di = u"<script>function di(x){document.title=x}</script>"_s;
+    const QString figura = QUrl::fromLocalFile(m_cartella.filePath(u"figure/su.png"_s)).toString();
+    const QString segreto = QUrl::fromLocalFile(m_cartella.filePath(u"segreto.txt"_s)).toString();
+    const QString dopo = u"<script>onload=()=>di(window.letto||'no')</script>"_s;
+    QTest::newRow("picture by its full path")
+        << di + u"<img src=\"%1\" onload=\"di('figura '+this.naturalWidth)\">"_s.arg(
+                    m_cartella.filePath(u"figure/su.png"_s))
+        << u"figura 7"_s;
+    QTest::newRow("picture by its file address")
+        << di + u"<img src=\"%1\" onload=\"di('figura '+this.naturalWidth)\">"_s.arg(figura) << u"figura 7"_s;
+    QTest::newRow("fetch of a file address")
+        << di + u"<script>fetch('%1').then(r=>r.text()).then(di).catch(e=>di('no'))</script>"_s.arg(segreto) << u"no"_s;
+    QTest::newRow("request of a file address")
+        << di + u"<script>x=new XMLHttpRequest;x.onload=()=>di(x.responseText);x.onerror=()=>di('no');"
+                "try{x.open('GET','%1');x.send()}catch(e){di('no')}</script>"_s.arg(segreto)
+        << u"no"_s;
+    QTest::newRow("module, that would be read with the rights of a script")
+        << di + u"<script type=module src=modulo.js onerror=\"di('no')\"></script>"_s << u"no"_s;
+    QTest::newRow("frame of a file address")
+        << di + dopo +
+               u"<iframe src=\"%1\" onload=\"try{letto=frames[0].document.body.innerText}catch(e){}\">"_s.arg(segreto)
+        << u"no"_s;
+    QTest::newRow("object of a file address")
+        << di + dopo +
+               u"<object data=\"%1\" onload=\"try{letto=this.contentDocument.body.innerText}catch(e){}\">"_s.arg(
+                   segreto)
+        << u"no"_s;
     QTest::newRow("picture above the page's folder")
         << di + u"<img src=../figure/su.png onload=\"di('figura '+this.naturalWidth)\">"_s << u"figura 7"_s;
     QTest::newRow("style sheet beside the page")

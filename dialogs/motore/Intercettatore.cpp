@@ -15,8 +15,9 @@ RichiestaMotore::Tipo TipoDi(QWebEngineUrlRequestInfo::ResourceType tipo)
     case QWebEngineUrlRequestInfo::ResourceTypeSubFrame:
     case QWebEngineUrlRequestInfo::ResourceTypeObject:
         return RichiestaMotore::Tipo::Cornice;
-    case QWebEngineUrlRequestInfo::ResourceTypeStylesheet:
     case QWebEngineUrlRequestInfo::ResourceTypeScript:
+        return RichiestaMotore::Tipo::Script;
+    case QWebEngineUrlRequestInfo::ResourceTypeStylesheet:
     case QWebEngineUrlRequestInfo::ResourceTypeImage:
     case QWebEngineUrlRequestInfo::ResourceTypeFontResource:
     case QWebEngineUrlRequestInfo::ResourceTypeMedia:

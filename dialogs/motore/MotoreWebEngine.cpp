@@ -131,6 +131,7 @@ bool MotoreWebEngine::eventFilter(QObject *oggetto, QEvent *evento)
         break;
     case QEvent::MouseButtonRelease:
         m_pagina->AnnotaClic();
+        m_ospite.PaginaToccata();
         break;
     default:
         break;

@@ -1,5 +1,7 @@
 #include "SchemaPagina.h"
 
+#include <QBuffer>
+#include <QByteArrayMatcher>
 #include <QFile>
 #include <QFileInfo>
 #include <QWebEngineUrlRequestJob>
@@ -11,6 +13,42 @@ namespace
 {
 
 constexpr auto Casa = "pagina"_L1; // a host makes relative addresses work as on the web
+
+/// True when at \a i of the page there begins the value of an attribute or an address of a style.
+bool IniziaIndirizzo(const QByteArray &pagina, qsizetype i)
+{
+    const auto prima = [&] {
+        while (i > 0 && (pagina[i - 1] == ' ' || pagina[i - 1] == '\t'))
+            --i;
+        return i > 0 ? pagina[i - 1] : '\0';
+    };
+    char segno = prima();
+    if (segno == '"' || segno == '\'') {
+        --i;
+        segno = prima();
+    }
+    return segno == '=' || segno == '(';
+}
+
+/// The page with "/" for "file:///" where an address begins: what it names by its full path is then asked for in this
+/// scheme. The engine shows file addresses to no page of a foreign scheme.
+QByteArray ConIndirizziLocali(const QByteArray &pagina)
+{
+    static const QByteArrayMatcher resto("ile:///");
+    constexpr qsizetype Lunghezza = 8; // with the "f"
+    QByteArray nuova;
+    qsizetype copiati = 0;
+    for (qsizetype i = resto.indexIn(pagina); i > 0; i = resto.indexIn(pagina, i + 1)) {
+        if ((pagina[i - 1] | 0x20) != 'f' || !IniziaIndirizzo(pagina, i - 1))
+            continue;
+        nuova.append(pagina.constData() + copiati, i - 1 - copiati);
+        nuova.append('/');
+        copiati = i - 1 + Lunghezza;
+    }
+    if (copiati == 0)
+        return pagina;
+    return nuova.append(pagina.constData() + copiati, pagina.size() - copiati);
+}
 
 } // namespace
 
@@ -63,11 +101,21 @@ void SchemaPagina::requestStarted(QWebEngineUrlRequestJob *richiesta)
         richiesta->fail(QWebEngineUrlRequestJob::UrlNotFound);
         return;
     }
-    auto *file = new QFile(info.filePath(), richiesta);
-    if (!file->open(QIODevice::ReadOnly)) {
-        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
-        return;
+    QFile *file = nullptr;
+    if (info.size() > 0) { // files of the system may say 0 and then keep a reader waiting
+        file = new QFile(info.filePath(), richiesta);
+        if (!file->open(QIODevice::ReadOnly)) {
+            richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+            return;
+        }
+    }
+    QIODevice *byte = file;
+    if (pagina || !file) {
+        auto *copia = new QBuffer(richiesta);
+        copia->setData(file ? ConIndirizziLocali(file->readAll()) : QByteArray());
+        copia->open(QIODevice::ReadOnly);
+        byte = copia;
     }
     const QString tipo = pagina ? u"text/html"_s : m_tipi.mimeTypeForFile(info, QMimeDatabase::MatchExtension).name();
-    richiesta->reply(tipo.toLatin1(), file);
+    richiesta->reply(tipo.toLatin1(), byte);
 }
