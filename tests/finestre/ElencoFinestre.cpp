@@ -10,8 +10,11 @@
 #include "chrome/FrmAdvTooltip.h"
 #include "chrome/FrmProgressBar.h"
 #include "chrome/frmAbout.h"
+#include "dialogs/DialogoStampa.h"
 #include "dialogs/FrmFont.h"
+#include "dialogs/FrmImage.h"
 #include "dialogs/FrmModelli.h"
+#include "dialogs/FrmTabella.h"
 #include "dialogs/FrmTrova.h"
 #include "editor/Recupero.h"
 #include "html/FrmComplete.h"
@@ -20,7 +23,9 @@
 #include "platform/RichTextBox.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
@@ -178,6 +183,25 @@ void ApriFile(FrmStart &principale, const Guarda &guarda)
     });
 }
 
+void Immagine(FrmStart &principale, const Guarda &guarda)
+{
+    FrmImage finestra(&principale);
+    bool sfogliato = false;
+    QTimer attesa; // the file chooser comes by itself, once
+    QObject::connect(&attesa, &QTimer::timeout, &attesa, [&] {
+        if (auto *scelta = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
+            sfogliato = true;
+            scelta->reject();
+        }
+    });
+    attesa.start(0);
+    finestra.show();
+    (void)QTest::qWaitFor([&] { return sfogliato; });
+    attesa.stop();
+    finestra.findChild<QLineEdit *>(u"TxtFile"_s)->setText(u":/icone/velloro.svg"_s);
+    Mostra(finestra, guarda);
+}
+
 } // namespace
 
 const QList<ElencoFinestre::Finestra> &ElencoFinestre::Tutte()
@@ -195,6 +219,17 @@ const QList<ElencoFinestre::Finestra> &ElencoFinestre::Tutte()
              FrmFont f(SceltaTipica(), &p);
              Mostra(f, g);
          }},
+        {u"tabella",
+         [](FrmStart &p, const Guarda &g) {
+             FrmTabella f(&p);
+             Mostra(f, g);
+         }},
+        {u"immagine", Immagine},
+        {u"stampa",
+         [](FrmStart &p, const Guarda &g) {
+             Modale(g, [&] { (void)ModuloStampa::DialogoStampa(&p, {}, true, u"esempio.pdf"_s); });
+         },
+         true, false},
         {u"trova", [](FrmStart &p, const Guarda &g) { Trova(p, FrmTrova::Trova, g); }},
         {u"sostituisci", [](FrmStart &p, const Guarda &g) { Trova(p, FrmTrova::Sostituisci, g); }},
         {u"vai_a_riga", VaiARiga},
