@@ -59,6 +59,7 @@ private:
     void DigitaCarattere(const QString &carattere);
     void Cancella();
     void Conferma();
+    void ConfermaCon(QStringView testo);
     void SelezionaVoce();
     void Disponi();
     void Chiudi();

@@ -146,7 +146,7 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
     }
     TastiTrattenuti::Di(m_editor).Premuto(*tasto);
     if (azione == Azione::Conferma)
-        Conferma();
+        ConfermaCon(tasto->text());
     else if (azione == Azione::Cancella)
         Cancella();
     else if (azione == Azione::Scrivi || azione == Azione::Finisci)
@@ -154,6 +154,12 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
     if (azione == Azione::Finisci)
         Chiudi();
     return true;
+}
+
+void FrmComplete::ConfermaCon(QStringView testo)
+{
+    Conferma();
+    m_esito.uguale = m_esito.accettata && testo == u"=";
 }
 
 bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
@@ -171,7 +177,7 @@ bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
         const QString carattere = testo.mid(i, testo[i].isHighSurrogate() ? 2 : 1);
         i += carattere.size() - 1;
         if (carattere == u"=" || carattere.front() <= u' ')
-            Conferma();
+            ConfermaCon(carattere);
         else
             DigitaCarattere(carattere);
         if (Finisce(carattere))
