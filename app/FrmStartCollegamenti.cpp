@@ -128,7 +128,7 @@ void FrmStart::CollegaComandi()
     m_comandi->Collega(u"MenuFile(4)"_s, [this] { m_pagina->Salva(); });
     m_comandi->Collega(u"MenuFile(5)"_s, [this] { m_pagina->SalvaConNome(); });
     m_comandi->Collega(u"MenuFile(7)"_s, [this] {
-        const QString &file = Stato().FileCorrente;
+        const QString file = ModuloDichiarazioni::PostoPagina();
         ModuloStampa::Stampa(*m_pad, file.isEmpty() ? m_pagina->Nome() : file);
         m_pad->setFocus();
     });
