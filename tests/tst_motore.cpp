@@ -144,6 +144,11 @@ void tst_Motore::Pagina_data()
         << di + u"<script>x=new XMLHttpRequest;x.onload=()=>di(x.responseText);x.onerror=()=>di('no');"
                 "x.open('GET','../segreto.txt');x.send()</script>"_s
         << u"no"_s;
+    QTest::newRow("page beyond ASCII that declares no encoding")
+        << di + u"<p id=p>\u00e8\u6f22</p><script>di(p.innerText)</script>"_s << u"\u00e8\u6f22"_s;
+    QTest::newRow("page with an encoding of its own")
+        << di + u"<meta charset=koi8-r><p id=p>\u0436</p><script>di(document.characterSet+p.innerText)</script>"_s
+        << u"KOI8-R\u0436"_s;
     QTest::newRow("script dialogs answer at once")
         << di + u"<script>alert(1);di(confirm(2)+' '+prompt(3))</script>"_s << u"false null"_s;
     QTest::newRow("the page stays where it is")
