@@ -112,6 +112,10 @@ public:
     {
         m_processo.setStandardOutputFile(QProcess::nullDevice());
         m_processo.setStandardErrorFile(QProcess::nullDevice());
+        // Every run ends with a kill: the next must not find what this one left behind, and ask about it.
+        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
+        ambiente.insert(u"XDG_DATA_HOME"_s, m_dati.path());
+        m_processo.setProcessEnvironment(ambiente);
         m_inizio = Orologio::Adesso();
         m_processo.start(comando.first(), comando.sliced(1));
         m_processo.waitForStarted();
@@ -229,6 +233,7 @@ private:
     }
 
     const Schermo &m_schermo;
+    QTemporaryDir m_dati;
     QProcess m_processo;
     double m_inizio = 0;
     Window m_finestra = 0;

@@ -99,8 +99,9 @@ private:
     {
         const QStringView nome = m_lettore.qualifiedName();
         const QXmlStreamAttributes attributi = m_lettore.attributes();
-        const bool immagine = nome == u"image" || nome.endsWith(u":image");
-        if (Scartato(nome) || (immagine && !ImmagineAmmessa(attributi))) {
+        const QStringView locale = nome.sliced(nome.indexOf(u':') + 1);
+        const bool immagine = locale == u"image";
+        if (Scartato(locale) || (immagine && !ImmagineAmmessa(attributi))) {
             m_lettore.skipCurrentElement();
             return;
         }
