@@ -280,6 +280,17 @@ void tst_stampa::daDialogo()
     QCOMPARE(record.NomeCarta(), "A5");
     QCOMPARE(int(record.Valore(DevMode::Colore)), 1);
     QCOMPARE(int(record.Valore(DevMode::Qualita)), -4);
+
+    // The stored settings stand in the dialog when it opens; what they do not tell of stays.
+    QPrinter altro(QPrinter::HighResolution);
+    altro.setOutputFormat(QPrinter::PdfFormat);
+    Prepara(altro, record);
+    QCOMPARE(altro.copyCount(), 3);
+    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
+    QCOMPARE(altro.colorMode(), QPrinter::GrayScale);
+    Prepara(altro, DevMode());
+    QCOMPARE(altro.copyCount(), 3);
+    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
 }
 
 QTEST_MAIN(tst_stampa)
