@@ -44,7 +44,8 @@ bool Scrivi(const QString &file, const PaginaRecuperata &pagina)
     QDataStream flusso(&scritto);
     Prepara(flusso);
     flusso << Firma << pagina.FileCorrente << pagina.codifica << pagina.quando << pagina.testo << Fine;
-    return flusso.status() == QDataStream::Ok && scritto.commit();
+    // A disk that fills up while the last bytes leave the buffer shows here and not in commit().
+    return flusso.status() == QDataStream::Ok && scritto.flush() && scritto.commit();
 }
 
 std::optional<PaginaRecuperata> LeggiFile(const QString &file)
