@@ -82,6 +82,9 @@ void FrmStart::CollegaModifica()
     m_undo = new clsUndo(this);
     m_undo->Attach(this, m_pad, PausaAnnulla);
     connect(m_undo, &clsUndo::StatoCambiato, this, [this] { AggiornaMenuModifica(m_hwndPad); });
+    // The page that is opened is a step of its own.
+    connect(m_pagina, &PaginaCorrente::InApertura, m_undo, &clsUndo::TakeUndoSnapShot);
+    connect(m_pagina, &PaginaCorrente::Aperta, m_undo, &clsUndo::TakeUndoSnapShot);
     m_recupero = new Recupero(m_pad, {}, Recupero::Pausa, this);
     const auto appunti = [this] {
         m_puoIncollare = m_pad->PuoIncollare();
@@ -155,6 +158,7 @@ void FrmStart::CollegaFrammenti()
     m_frammenti->Collega(*m_comandi);
     connect(m_frammenti, &Frammenti::AnteprimaRichiesta, this, [this] { AggiornaAnteprima(false); });
     connect(m_frammenti, &Frammenti::InCambiamento, m_undo, &clsUndo::TakeUndoSnapShot);
+    connect(m_frammenti, &Frammenti::Cambiato, m_undo, &clsUndo::TakeUndoSnapShot);
     connect(m_frammenti, &Frammenti::VerificaRichiesta, this,
             [this](int primaFine) { ModuloVerificaSintassi::VerificaSintassi(*m_pad, primaFine, false); });
     NuovaPagina::CollegaComando(*m_comandi, *this);

@@ -189,7 +189,8 @@ bool Recupero::DaSalvare() const
 {
     if (!m_pad || m_pad->Revisione() == m_revisioneSalvata)
         return false;
-    return m_pad->Text() != ModuloDichiarazioni::Stato().TestoSalvato;
+    // Not the text that the page was opened with: after a save, an undo back to that text is not on the disk.
+    return m_pad->Text() != m_testoSalvato.value_or(ModuloDichiarazioni::Stato().TestoSalvato);
 }
 
 bool Recupero::Prenota()
@@ -229,8 +230,10 @@ void Recupero::Salvata()
 {
     m_timer.stop();
     m_daScrivere.invalidate();
-    if (m_pad)
+    if (m_pad) {
         m_revisioneSalvata = m_pad->Revisione();
+        m_testoSalvato = m_pad->Text();
+    }
     AccodaRimozione();
 }
 

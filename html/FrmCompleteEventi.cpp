@@ -131,7 +131,8 @@ bool FrmComplete::EventoTastiera(QObject *oggetto, QEvent *evento)
 bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
 {
     const Azione azione = AzioneDi(*tasto);
-    if (azione == Azione::Lascia || (azione == Azione::Finisci && tasto->text() == u">")) {
+    if (azione == Azione::Lascia || (m_esci && azione != Azione::Esci && azione != Azione::Ignora) ||
+        (azione == Azione::Finisci && tasto->text() == u">")) {
         // ">" typed in the page also closes the tag, which is the editor's business.
         Chiudi();
         m_inAttesa.emplace_back(tasto->clone());
@@ -145,6 +146,7 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
         return true;
     }
     TastiTrattenuti::Di(m_editor).Premuto(*tasto);
+    m_esci = azione == Azione::Esci || (m_esci && azione == Azione::Ignora);
     if (azione == Azione::Conferma)
         ConfermaCon(tasto->text());
     else if (azione == Azione::Cancella)
