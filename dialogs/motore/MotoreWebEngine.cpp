@@ -57,8 +57,8 @@ void MotoreWebEngine::CreaProfilo()
     m_profilo = new QWebEngineProfile(this); // without a name: off the record
     m_profilo->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
     m_profilo->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-    m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, m_profilo));
     m_schema = new SchemaPagina(m_profilo);
+    m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, *m_schema, m_profilo));
     m_profilo->installUrlSchemeHandler(SchemaPagina::Nome(), m_schema);
     m_profilo->setNotificationPresenter([](auto) {});
     connect(m_profilo, &QWebEngineProfile::downloadRequested, this,
