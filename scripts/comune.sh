@@ -105,3 +105,34 @@ costruisci() {
         cmake --build --preset "$1"
     )
 }
+
+# schermo_virtuale: starts an X server and a window manager of its own and sets DISPLAY. Needs the group "screen". The caller
+# ends the processes, which are added to the array processi, and removes the folder lavoro.
+# shellcheck disable=SC2154
+schermo_virtuale() {
+    # The server itself picks a free number and tells it once it takes connections.
+    Xvfb -displayfd 1 -screen 0 1280x720x24 -nolisten tcp >"$lavoro/display" 2>"$lavoro/xvfb.log" &
+    processi+=($!)
+    local server=$! inizio=$SECONDS
+    until [ -s "$lavoro/display" ]; do
+        if [ $((SECONDS - inizio)) -ge 60 ] || ! kill -0 "$server" 2>/dev/null; then
+            cat "$lavoro/xvfb.log" >&2
+            errore "the virtual display does not start"
+        fi
+        sleep 0.05
+    done
+    DISPLAY=:$(<"$lavoro/display")
+    export DISPLAY
+    openbox --config-file /dev/null >"$lavoro/openbox.log" 2>&1 &
+    processi+=($!)
+}
+
+# termina: ends the array processi, the last one first, and removes the folder lavoro. For "trap termina EXIT".
+termina() {
+    local i
+    for ((i = ${#processi[@]} - 1; i >= 0; i--)); do
+        kill "${processi[i]}" 2>/dev/null || true
+        wait "${processi[i]}" 2>/dev/null || true
+    done
+    rm -rf "$lavoro"
+}
