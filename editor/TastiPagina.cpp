@@ -27,7 +27,7 @@ constexpr int Ctrl = 2;
 TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
 {
     connect(pad, &RichTextBox::KeyDown, this, &TastiPagina::Premuto);
-    connect(pad, &RichTextBox::KeyPress, this, [pad](char16_t *carattere) {
+    connect(pad, &RichTextBox::KeyPress, this, [pad](const char16_t *carattere) {
         if (*carattere == u'>')
             ModuloCompletamento::ChiudiTag(pad);
     });
