@@ -51,9 +51,7 @@ int Avvio::Main(int argc, char **argv)
         return AvviaFinestre(cartella, argc, argv);
 
     // What the line says is answered in the interface's language.
-    const ModuloPrincipale::EsitoCaricamento esito = riga.lingua
-                                                         ? ModuloPrincipale::CaricaLingua(cartella, *riga.lingua)
-                                                         : ModuloPrincipale::CaricaImpostazioni(cartella);
+    const ModuloPrincipale::EsitoCaricamento esito = ModuloPrincipale::CaricaPerAvvio(cartella, riga.lingua);
     if (!esito.Riuscito()) {
         Scrivi(stderr, esito.errore + u"\n"_s);
         return 2;

@@ -39,9 +39,7 @@ int Finestre::Main(int argc, char **argv)
 
     const RigaComando riga = RigaComando::Leggi(RigaComando::Argomenti(argc, argv));
     const QString cartella = ModuloDichiarazioni::CartellaProgramma();
-    const ModuloPrincipale::EsitoCaricamento esito = riga.lingua
-                                                         ? ModuloPrincipale::CaricaLingua(cartella, *riga.lingua)
-                                                         : ModuloPrincipale::CaricaImpostazioni(cartella);
+    const ModuloPrincipale::EsitoCaricamento esito = ModuloPrincipale::CaricaPerAvvio(cartella, riga.lingua);
     if (!esito.Riuscito()) {
         Domande::Critico(nullptr, esito.errore);
         return 1;

@@ -70,6 +70,7 @@ void Frammenti::InserisciTesto(const QString &testo)
     m_pad->ImpostaSelStart(fine);
     if (inizio > 1)
         Verifica(inizio, fine);
+    emit Cambiato();
     emit AnteprimaRichiesta();
 }
 
@@ -106,6 +107,7 @@ void Frammenti::InserisciSfondo(const QString &immagine)
     emit InCambiamento();
     m_pad->Sostituisci(cambio->da, cambio->quanti, cambio->testo);
     Verifica(cambio->da + 1, cambio->da + int(cambio->testo.size()));
+    emit Cambiato();
     emit AnteprimaRichiesta();
 }
 
@@ -159,5 +161,6 @@ void Frammenti::RientroRiga(quint8 modo)
         return;
     emit InCambiamento();
     m_pad->Sostituisci(inizio, 1, {});
+    emit Cambiato();
     emit AnteprimaRichiesta();
 }

@@ -52,6 +52,8 @@ public:
 signals:
     /// The page is about to change: what was typed before is a step of its own.
     void InCambiamento();
+    /// After it: what is typed next is not part of it.
+    void Cambiato();
     /// The page is to be checked before the call returns, its tags from the 1-based position \a primaFine + 1 on. The
     /// receiver may move the caret.
     void VerificaRichiesta(int primaFine);

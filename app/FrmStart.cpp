@@ -268,6 +268,7 @@ void FrmStart::Nuovo()
 {
     if (!m_pagina->ChiediSalvataggio())
         return;
+    m_undo->TakeUndoSnapShot();
     const NuovaPagina::Esito esito = NuovaPagina::Scegli(*m_pad, this);
     m_pad->setFocus();
     if (!esito.iniziata) {
@@ -278,6 +279,7 @@ void FrmStart::Nuovo()
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
     m_pagina->Iniziata();
+    m_undo->TakeUndoSnapShot();
     m_recupero->ImpostaCodifica({});
     m_recupero->Salvata();
     m_pannelloCodifica->clear();

@@ -82,6 +82,9 @@ void FrmStart::CollegaModifica()
     m_undo = new clsUndo(this);
     m_undo->Attach(this, m_pad, PausaAnnulla);
     connect(m_undo, &clsUndo::StatoCambiato, this, [this] { AggiornaMenuModifica(m_hwndPad); });
+    // The page that is opened is a step of its own.
+    connect(m_pagina, &PaginaCorrente::InApertura, m_undo, &clsUndo::TakeUndoSnapShot);
+    connect(m_pagina, &PaginaCorrente::Aperta, m_undo, &clsUndo::TakeUndoSnapShot);
     m_recupero = new Recupero(m_pad, {}, Recupero::Pausa, this);
     const auto appunti = [this] {
         m_puoIncollare = m_pad->PuoIncollare();
@@ -128,7 +131,7 @@ void FrmStart::CollegaComandi()
     m_comandi->Collega(u"MenuFile(4)"_s, [this] { m_pagina->Salva(); });
     m_comandi->Collega(u"MenuFile(5)"_s, [this] { m_pagina->SalvaConNome(); });
     m_comandi->Collega(u"MenuFile(7)"_s, [this] {
-        const QString &file = Stato().FileCorrente;
+        const QString file = ModuloDichiarazioni::PostoPagina();
         ModuloStampa::Stampa(*m_pad, file.isEmpty() ? m_pagina->Nome() : file);
         m_pad->setFocus();
     });
@@ -155,6 +158,7 @@ void FrmStart::CollegaFrammenti()
     m_frammenti->Collega(*m_comandi);
     connect(m_frammenti, &Frammenti::AnteprimaRichiesta, this, [this] { AggiornaAnteprima(false); });
     connect(m_frammenti, &Frammenti::InCambiamento, m_undo, &clsUndo::TakeUndoSnapShot);
+    connect(m_frammenti, &Frammenti::Cambiato, m_undo, &clsUndo::TakeUndoSnapShot);
     connect(m_frammenti, &Frammenti::VerificaRichiesta, this,
             [this](int primaFine) { ModuloVerificaSintassi::VerificaSintassi(*m_pad, primaFine, false); });
     NuovaPagina::CollegaComando(*m_comandi, *this);

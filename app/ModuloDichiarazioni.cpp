@@ -17,6 +17,11 @@ StatoProgramma &Stato()
     return stato;
 }
 
+QString PostoPagina()
+{
+    return Stato().FileSalvato.isEmpty() ? Stato().FileCorrente : Stato().FileSalvato;
+}
+
 QString CartellaProgramma()
 {
     return cartellaImposta.isEmpty() ? QCoreApplication::applicationDirPath() : cartellaImposta;

@@ -9,6 +9,7 @@ namespace ModuloDichiarazioni
 
 struct StatoProgramma {
     QString FileCorrente;     ///< full path of the file opened last; empty until one is opened
+    QString FileSalvato;      ///< full path that a page without a file was saved to last; empty for an opened page
     QString TestoSalvato;     ///< the page as last opened or created; empty until then, and then no page is modified
     QString FileAnteprima;    ///< full path of the temporary page that the preview shows
     QString TestoInserimento; ///< result left by the image and table dialogs; empty: cancelled
@@ -20,6 +21,9 @@ struct StatoProgramma {
 
 /// The one state. A test starts afresh with `Stato() = {}`.
 [[nodiscard]] StatoProgramma &Stato();
+
+/// Full path of the place where the page lies, from which its relative addresses count; empty: it lies nowhere yet.
+[[nodiscard]] QString PostoPagina();
 
 /// Folder of the running executable, where the data files lie; no separator at its end unless it is the root.
 [[nodiscard]] QString CartellaProgramma();

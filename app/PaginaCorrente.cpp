@@ -20,7 +20,15 @@ using ModuloPrincipale::Messaggio;
 namespace
 {
 
+constexpr QStringView Estensione = u"dat"; // what Save As gives a name without one
 const QString FiltroPagine = u"HTML / ASP (*.html, *.htm, *.asp)\0*.html;*.htm;*.asp\0\0"_s;
+
+/// Where the file dialogs begin: beside the page.
+QString Cartella()
+{
+    const QString posto = ModuloDichiarazioni::PostoPagina();
+    return posto.isEmpty() ? QString() : QFileInfo(posto).path();
+}
 
 QString Motivo(ModuloPrincipale::EsitoScrittura esito)
 {
@@ -55,10 +63,8 @@ QString PaginaCorrente::Filtro() const
 bool PaginaCorrente::ApriConDialogo()
 {
     QStringList scelti;
-    const QString &corrente = Stato().FileCorrente;
-    ModuloPrincipale::ApriFileDialogo(m_finestra, scelti, false, Filtro(),
-                                      corrente.isEmpty() ? QString() : QFileInfo(corrente).path(), QString(),
-                                      Messaggio(315), [](QWidget *, const QString &) { return true; });
+    ModuloPrincipale::ApriFileDialogo(m_finestra, scelti, false, Filtro(), Cartella(), QString(), Messaggio(315),
+                                      [](QWidget *, const QString &) { return true; });
     return !scelti.isEmpty() && !scelti.constFirst().isEmpty() && Apri(scelti.constFirst());
 }
 
@@ -83,6 +89,7 @@ bool PaginaCorrente::Apri(const QString &percorso)
     else if (formato.altriFineRiga)
         emit Avviso(Messaggio(207));
     Stato().FileCorrente = percorso;
+    Stato().FileSalvato.clear();
     Stato().TestoSalvato = testo;
     emit TitoloCambiato();
     emit Aperta(percorso);
@@ -115,7 +122,7 @@ bool PaginaCorrente::Salva()
 {
     const QString &corrente = Stato().FileCorrente;
     // A new page must not replace, unasked, the one that was opened before it.
-    if (corrente.isEmpty() || m_nuova || !File_System::FileEsiste(corrente))
+    if (SenzaFile() || !File_System::FileEsiste(corrente))
         return SalvaConNome();
     return Scrivi(corrente);
 }
@@ -123,11 +130,21 @@ bool PaginaCorrente::Salva()
 bool PaginaCorrente::SalvaConNome()
 {
     QString scelto;
-    const QString &corrente = Stato().FileCorrente;
-    ModuloPrincipale::SalvaFileDialogo(m_finestra, scelto, Filtro(),
-                                       corrente.isEmpty() ? QString() : QFileInfo(corrente).path(), Messaggio(317),
-                                       Messaggio(316), u"dat"_s);
+    ModuloPrincipale::SalvaFileDialogo(m_finestra, scelto, Filtro(), Cartella(), Messaggio(317), Messaggio(316),
+                                       Estensione.toString());
     return !scelto.isEmpty() && Scrivi(scelto);
+}
+
+bool PaginaCorrente::SenzaFile() const
+{
+    return Stato().FileCorrente.isEmpty() || m_nuova;
+}
+
+qint16 PaginaCorrente::MessaggioSalvata(const QString &percorso) const
+{
+    if (QFileInfo(percorso).suffix() == Estensione)
+        return 280;
+    return qint16(SenzaFile() ? 279 : 209);
 }
 
 bool PaginaCorrente::Scrivi(const QString &percorso)
@@ -143,9 +160,12 @@ bool PaginaCorrente::Scrivi(const QString &percorso)
     else if (esito.sostituiti > 0)
         emit Avviso(Messaggio(206).arg(esito.sostituiti).arg(m_formato.codifica));
     else
-        emit Avviso(Messaggio(209).arg(QDir::toNativeSeparators(percorso)));
-    if (esito.esito == ModuloPrincipale::EsitoScrittura::Scritto)
-        emit Salvata();
+        emit Avviso(Messaggio(MessaggioSalvata(percorso)).arg(QDir::toNativeSeparators(percorso)));
+    if (esito.esito != ModuloPrincipale::EsitoScrittura::Scritto)
+        return true;
+    if (SenzaFile())
+        Stato().FileSalvato = percorso;
+    emit Salvata();
     return true;
 }
 
@@ -179,6 +199,7 @@ void PaginaCorrente::Iniziata()
 {
     m_formato = {};
     m_nuova = !Stato().FileCorrente.isEmpty();
+    Stato().FileSalvato.clear();
     Stato().TestoSalvato = m_pad->Text();
 }
 
@@ -196,6 +217,7 @@ void PaginaCorrente::Recupera(const PaginaRecuperata &pagina)
     m_formato = formato;
     emit Caricata();
     Stato().FileCorrente = pagina.FileCorrente;
+    Stato().FileSalvato.clear();
     Stato().TestoSalvato = salvato;
     emit TitoloCambiato();
 }

@@ -56,6 +56,8 @@ signals:
 
 private:
     bool Scrivi(const QString &percorso);
+    [[nodiscard]] bool SenzaFile() const; ///< Save has to ask for a name
+    [[nodiscard]] qint16 MessaggioSalvata(const QString &percorso) const;
     void AvvisaLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito) const;
     void AvvisaScrittura(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito) const;
     [[nodiscard]] QString Filtro() const;

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -156,12 +157,19 @@ std::optional<quint8> LinguaDaRiga(QStringView riga)
     return valore >= 0 && valore <= 255 ? static_cast<quint8>(valore) : LinguaInglese;
 }
 
+std::optional<quint8> LinguaScritta(QStringView testo)
+{
+    std::optional<quint8> codice;
+    while (!testo.isEmpty()) {
+        if (const auto scritto = LinguaDaRiga(prossimaRiga(testo)))
+            codice = scritto;
+    }
+    return codice;
+}
+
 quint8 LinguaDaImpostazioni(QStringView testo)
 {
-    quint8 codice = LinguaItaliano;
-    while (!testo.isEmpty())
-        codice = LinguaDaRiga(prossimaRiga(testo)).value_or(codice);
-    return codice;
+    return LinguaScritta(testo).value_or(LinguaItaliano);
 }
 
 QString FileLingua(quint8 codice)
@@ -213,13 +221,25 @@ EsitoCaricamento CaricaLingua(const QString &cartella, quint8 codice)
     return {};
 }
 
-EsitoCaricamento CaricaImpostazioni(const QString &cartella)
+EsitoCaricamento CaricaImpostazioni(const QString &cartella, const QString &utente)
 {
     tabella() = {};
     const auto contenuto = leggiTesto(ModuloDichiarazioni::PercorsoIn(cartella, u"GlobalSetting.dat"));
     if (!contenuto)
         return {u"File GlobalSetting.dat missing."_s};
-    return CaricaLingua(cartella, LinguaDaImpostazioni(*contenuto));
+    const std::optional<quint8> sua = LinguaScritta(leggiTesto(utente).value_or(QString()));
+    return CaricaLingua(cartella, sua.value_or(LinguaDaImpostazioni(*contenuto)));
+}
+
+EsitoCaricamento CaricaPerAvvio(const QString &cartella, std::optional<quint8> codice)
+{
+    return codice ? CaricaLingua(cartella, *codice) : CaricaImpostazioni(cartella, ImpostazioniUtente());
+}
+
+QString ImpostazioniUtente()
+{
+    const QString cartella = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return ModuloDichiarazioni::PercorsoIn(cartella, u"velloro/GlobalSetting.dat");
 }
 
 quint8 LinguaCaricata()

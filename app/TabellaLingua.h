@@ -26,11 +26,19 @@ struct EsitoCaricamento {
 };
 
 /// Reads the settings and the language file that they name from the folder \a cartella into the language table. A file
-/// that is missing, cannot be read or is no regular file leaves the table empty. Linear in the size of the files.
-[[nodiscard]] EsitoCaricamento CaricaImpostazioni(const QString &cartella);
+/// that is missing, cannot be read or is no regular file leaves the table empty. The language that the user's own
+/// settings file \a utente sets goes before theirs; a file that cannot be read or sets none is as good as no file.
+/// Linear in the size of the files.
+[[nodiscard]] EsitoCaricamento CaricaImpostazioni(const QString &cartella, const QString &utente = {});
 
 /// The same for the language \a codice, whatever the settings say: they are not read.
 [[nodiscard]] EsitoCaricamento CaricaLingua(const QString &cartella, quint8 codice);
+
+/// What a run starts with: the language \a codice of its command line, else that of the settings, the user's own first.
+[[nodiscard]] EsitoCaricamento CaricaPerAvvio(const QString &cartella, std::optional<quint8> codice);
+
+/// Path of the user's own settings file: $XDG_CONFIG_HOME/velloro/GlobalSetting.dat, by default below ~/.config.
+[[nodiscard]] QString ImpostazioniUtente();
 
 /// Code of the language that the table was loaded for; 0 before the first load.
 [[nodiscard]] quint8 LinguaCaricata();
@@ -40,7 +48,10 @@ struct EsitoCaricamento {
 /// not begin with "Language". Any text; linear.
 [[nodiscard]] std::optional<quint8> LinguaDaRiga(QStringView riga);
 
-/// Language code of a whole settings file: that of the last line that sets one, else LinguaItaliano.
+/// Language code of a whole settings file: that of the last line that sets one; none when no line does.
+[[nodiscard]] std::optional<quint8> LinguaScritta(QStringView testo);
+
+/// The same, LinguaItaliano when no line sets one.
 [[nodiscard]] quint8 LinguaDaImpostazioni(QStringView testo);
 
 /// Name of the language file for \a codice, without a folder.

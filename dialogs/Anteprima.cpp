@@ -27,7 +27,7 @@ constexpr auto PazienzaPerMega = 1500ms; // more for large ones, whose layout is
 
 QString Posto()
 {
-    return RichiesteAnteprima::Posto(Stato().FileCorrente);
+    return RichiesteAnteprima::Posto(ModuloDichiarazioni::PostoPagina());
 }
 
 } // namespace

@@ -33,6 +33,25 @@ int NumeroFronteRetro(QPrinter::DuplexMode modo, bool orizzontale)
 
 } // namespace
 
+void ModuloStampa::Prepara(QPrinter &dispositivo, const DevMode &record)
+{
+    if (record.Ha(DevMode::NumeroCopie))
+        dispositivo.setCopyCount(std::max<int>(1, record.Copie()));
+    if (record.Ha(DevMode::Orientamento))
+        dispositivo.setPageOrientation(record.Valore(DevMode::Orientamento) == 2 ? QPageLayout::Landscape
+                                                                                 : QPageLayout::Portrait);
+    if (record.Ha(DevMode::FronteRetro)) {
+        const int lati = record.Valore(DevMode::FronteRetro);
+        dispositivo.setDuplex(lati == 2   ? QPrinter::DuplexLongSide
+                              : lati == 3 ? QPrinter::DuplexShortSide
+                                          : QPrinter::DuplexNone);
+    }
+    if (record.Ha(DevMode::Colore))
+        dispositivo.setColorMode(record.Valore(DevMode::Colore) == 1 ? QPrinter::GrayScale : QPrinter::Color);
+    if (record.Ha(DevMode::Fascicolazione))
+        dispositivo.setCollateCopies(record.Valore(DevMode::Fascicolazione) == 1);
+}
+
 DevMode ModuloStampa::Impostazioni(const QPrinter &dispositivo, const DevMode &prima)
 {
     DevMode record = prima;
@@ -61,6 +80,8 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
     QPrinter &dispositivo = *scelta.dispositivo;
     dispositivo.setDocName(QFileInfo(nomeFile).fileName());
     dispositivo.setPageMargins({Margine, Margine, Margine, Margine}, QPageLayout::Millimeter);
+    if (const qsizetype prima = salvate.nomi.indexOf(dispositivo.printerName()); prima >= 0)
+        Prepara(dispositivo, salvate.record.at(size_t(prima)));
     QPrintDialog dialogo(&dispositivo, finestra);
     dialogo.setObjectName(u"DialogoStampa"_s);
     // Files of the host's own kind are PDF: that choice needs no printer.

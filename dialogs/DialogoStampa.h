@@ -32,6 +32,10 @@ struct SceltaStampa {
 [[nodiscard]] SceltaStampa DialogoStampa(QWidget *finestra, const ImpostazioniSalvate &salvate, bool selezione,
                                          const QString &nomeFile);
 
+/// Sets what \a record tells of into the printer object, so that the dialog begins with it; the paper is Qt's own
+/// affair.
+void Prepara(QPrinter &dispositivo, const DevMode &record);
+
 /// The settings of a printer as chosen: \a prima (empty for none) with what the printer object says.
 [[nodiscard]] DevMode Impostazioni(const QPrinter &dispositivo, const DevMode &prima);
 

@@ -185,12 +185,12 @@ bool FrmImage::eventFilter(QObject *oggetto, QEvent *evento)
 
 QString FrmImage::Percorso() const
 {
-    return RiferimentoImmagine::Intero(m_file->text(), Stato().FileCorrente);
+    return RiferimentoImmagine::Intero(m_file->text(), ModuloDichiarazioni::PostoPagina());
 }
 
 QString FrmImage::Relativo() const
 {
-    const QString pagina = Stato().FileCorrente;
+    const QString pagina = ModuloDichiarazioni::PostoPagina();
     const QFileInfo immagine(Percorso());
     if (pagina.isEmpty() || m_file->text().isEmpty() || !immagine.isFile())
         return {};
@@ -204,7 +204,7 @@ QString FrmImage::Relativo() const
 
 void FrmImage::Sfoglia()
 {
-    const QString pagina = Stato().FileCorrente;
+    const QString pagina = ModuloDichiarazioni::PostoPagina();
     const QString vicino = m_file->text().isEmpty() ? pagina : Percorso();
     const QString cartella = vicino.isEmpty() ? QString() : QFileInfo(vicino).absolutePath();
     QStringList scelti;

@@ -206,8 +206,17 @@ void FrmTrova::SostituisciStringa(const QString &testo, const QString &testoSost
     // A running check works with places in the text.
     if (!m_pad || ModuloDichiarazioni::Stato().ControlloInCorso)
         return;
-    m_pad->ImpostaSelText(testoSostituito);
-    if (trovaDopo)
+    const QPointer<FrmTrova> questo(this);
+    emit SostituzioneImminente();
+    if (!questo || !m_pad)
+        return;
+    // New text looks like what it replaces, as when all are replaced.
+    if (m_pad->SelLength() > 0)
+        m_pad->SostituisciTutte({m_pad->SelStart()}, m_pad->SelLength(), testoSostituito);
+    else
+        m_pad->ImpostaSelText(testoSostituito);
+    emit SostituzioneFatta();
+    if (questo && trovaDopo)
         AlTrova();
 }
 

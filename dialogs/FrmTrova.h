@@ -36,7 +36,7 @@ public:
     static QString UltimaRicerca;
 
 signals:
-    /// Before many places are replaced, and after: the edit between them is a step of its own.
+    /// Before one or many places are replaced, and after: the edit between them is a step of its own.
     void SostituzioneImminente();
     void SostituzioneFatta();
 

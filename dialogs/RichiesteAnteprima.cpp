@@ -52,7 +52,7 @@ bool Nascosto(const QString &percorso, const QString &posto)
     return false;
 }
 
-/// A script elsewhere is given only when it says that it is one: run as a script, other files can tell what is in them.
+/// A script is given only when it says that it is one: run as a script, other files can tell what is in them.
 bool DettoScript(const QString &percorso)
 {
     const QString estensione = QFileInfo(percorso).suffix().toLower();
@@ -83,7 +83,7 @@ bool RichiesteAnteprima::Concede(const RichiestaMotore &richiesta, const QString
     case Tipo::Risorsa:
         return sua || !Nascosto(percorso, posto);
     case Tipo::Script:
-        return sua || (DettoScript(percorso) && !Nascosto(percorso, posto));
+        return DettoScript(percorso) && (sua || !Nascosto(percorso, posto));
     case Tipo::Contenuto:
         break;
     }

@@ -14,7 +14,7 @@ namespace RichiesteAnteprima
 
 /// Local files are given to a page, the one at \a posto, only as pictures, styles, scripts, fonts and media, whose
 /// bytes no script gets to see, and, from its own folder and below, as frames. What lies outside that folder is not
-/// given from hidden folders, and as a script only when it is named as one. Web addresses are open to it: it shows as
+/// given from hidden folders. A script is only what is named as one. Web addresses are open to it: it shows as
 /// it will on the web, and has nothing local to tell.
 [[nodiscard]] bool Concede(const RichiestaMotore &richiesta, const QString &posto);
 

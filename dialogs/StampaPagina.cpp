@@ -1,20 +1,24 @@
-#include "dialogs/ModuloStampa.h"
+#include "dialogs/StampaPagina.h"
 
 #include "app/TabellaLingua.h"
 #include "chrome/ClsProgressBar.h"
 #include "chrome/FrmProgressBar.h"
+#include "dialogs/DialogoStampa.h"
+#include "dialogs/ModuloStampa.h"
 #include "dialogs/StampaTesto.h"
 #include "dialogs/TestoStampa.h"
 #include "platform/RichTextBox.h"
 #include "platform/Spooler.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 // Printing as the user meets it: the host's spooler, real dialogs, the progress window.
@@ -90,31 +94,45 @@ OpzioniPagine Opzioni(const QPrinter &dispositivo, const QString &nomeFile)
 EsitoStampa StampaPdf(const TestoStampa &testo, const QPrinter &dispositivo, const OpzioniPagine &opzioni,
                       const PassoStampa &passo, QString &errore)
 {
-    QSaveFile file(dispositivo.outputFileName());
-    if (!file.open(QIODevice::WriteOnly)) {
-        errore = file.errorString();
-        return EsitoStampa::Fallita;
-    }
-    EsitoStampa esito = EsitoStampa::Fallita;
+    QBuffer byte;
+    byte.open(QIODevice::WriteOnly);
     {
-        QPdfWriter pdf(&file);
+        QPdfWriter pdf(&byte);
         pdf.setResolution(dispositivo.resolution());
         pdf.setPageLayout(dispositivo.pageLayout());
         pdf.setTitle(dispositivo.docName());
         pdf.setCreator(QApplication::applicationName());
-        esito = StampaTesto(testo, pdf, opzioni, passo);
+        if (const EsitoStampa esito = StampaTesto(testo, pdf, opzioni, passo); esito != EsitoStampa::Fatta)
+            return esito;
     }
-    if (esito != EsitoStampa::Fatta) {
-        file.cancelWriting();
-        file.commit();
-    } else if (!file.commit()) {
-        esito = EsitoStampa::Fallita;
-    }
+    QSaveFile file(dispositivo.outputFileName());
+    // A disk that fills up in the middle shows in the counts alone: commit() by itself would be content.
+    if (file.open(QIODevice::WriteOnly) && file.write(byte.data()) == byte.size() && file.flush() && file.commit())
+        return EsitoStampa::Fatta;
     errore = file.errorString();
-    return esito;
+    return EsitoStampa::Fallita;
 }
 
-void StampaScelta(RichTextBox &pad, const QString &nomeFile, const SceltaStampa &scelta)
+/// On a printer. A print that is given up leaves no job.
+EsitoStampa StampaSuCarta(const TestoStampa &testo, QPrinter &dispositivo, const OpzioniPagine &opzioni,
+                          const PassoStampa &passo, Spooler &spooler, QString &errore)
+{
+    const auto riprendi = qScopeGuard([&spooler] { spooler.TrattieniLavori(false); });
+    const EsitoStampa esito = StampaTesto(testo, dispositivo, opzioni, [&](qsizetype fatto, qsizetype massimo) {
+        const bool avanti = passo(fatto, massimo);
+        if (!avanti)
+            spooler.TrattieniLavori(true);
+        return avanti;
+    });
+    if (esito != EsitoStampa::Fatta)
+        return esito;
+    errore = spooler.RifiutoLavoro();
+    return errore.isEmpty() ? EsitoStampa::Fatta : EsitoStampa::Fallita;
+}
+
+} // namespace
+
+void ModuloStampa::StampaScelta(RichTextBox &pad, const QString &nomeFile, const SceltaStampa &scelta, Spooler &spooler)
 {
     QPrinter &dispositivo = *scelta.dispositivo;
     const TestoStampa testo = TestoStampa::Da(pad, scelta.soloSelezione);
@@ -126,18 +144,16 @@ void StampaScelta(RichTextBox &pad, const QString &nomeFile, const SceltaStampa 
         AvanzamentoStampa avanzamento(pad.window());
         const PassoStampa passo = [&](qsizetype fatto, qsizetype massimo) { return avanzamento.Passo(fatto, massimo); };
         esito = pdf ? StampaPdf(testo, dispositivo, opzioni, passo, errore)
-                    : StampaTesto(testo, dispositivo, opzioni, passo);
+                    : StampaSuCarta(testo, dispositivo, opzioni, passo, spooler, errore);
     }
-    if (!pdf && esito == EsitoStampa::Annullata)
-        dispositivo.abort();
+    if (esito == EsitoStampa::SenzaPagine)
+        MostraMessaggio(pad.window(), QMessageBox::Information, Messaggio(243));
     if (esito != EsitoStampa::Fallita)
         return;
     const QString testoErrore =
         pdf ? Messaggio(241).arg(dispositivo.outputFileName()) : Messaggio(242).arg(scelta.stampante);
     MostraMessaggio(pad.window(), QMessageBox::Warning, testoErrore, errore);
 }
-
-} // namespace
 
 void ModuloStampa::Stampa(RichTextBox &pad, const QString &nomeFile)
 {
@@ -150,6 +166,6 @@ void ModuloStampa::Stampa(RichTextBox &pad, const QString &nomeFile)
     Esegui(*spooler, {[&](const ImpostazioniSalvate &salvate) {
                           return DialogoStampa(finestra, salvate, pad.SelLength() > 0, nomeFile);
                       },
-                      [&](const SceltaStampa &scelta) { StampaScelta(pad, nomeFile, scelta); },
+                      [&](const SceltaStampa &scelta) { StampaScelta(pad, nomeFile, scelta, *spooler); },
                       [&](const QString &testo) { MostraMessaggio(finestra, QMessageBox::NoIcon, testo); }});
 }

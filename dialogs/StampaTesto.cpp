@@ -81,7 +81,7 @@ ModuloStampa::EsitoStampa ModuloStampa::StampaTesto(const TestoStampa &testo, QP
     QPainter pittore;
     const std::vector<int> elenco = Elenco(opzioni, impaginatore.Pagine());
     if (elenco.empty())
-        return EsitoStampa::Fatta;
+        return EsitoStampa::SenzaPagine;
     if (!pittore.begin(&dispositivo))
         return EsitoStampa::Fallita;
     for (size_t i = 0; i < elenco.size(); ++i) {

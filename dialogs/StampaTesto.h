@@ -18,7 +18,12 @@ struct OpzioniPagine {
     bool grigi = false;
 };
 
-enum class EsitoStampa { Fatta, Annullata, Fallita };
+enum class EsitoStampa {
+    Fatta,
+    Annullata,
+    Fallita,
+    SenzaPagine ///< none of the chosen pages is there; the device was not touched
+};
 
 /// Hears how much is done; false stops.
 using PassoStampa = std::function<bool(qsizetype fatto, qsizetype massimo)>;

@@ -44,7 +44,8 @@ bool Scrivi(const QString &file, const PaginaRecuperata &pagina)
     QDataStream flusso(&scritto);
     Prepara(flusso);
     flusso << Firma << pagina.FileCorrente << pagina.codifica << pagina.quando << pagina.testo << Fine;
-    return flusso.status() == QDataStream::Ok && scritto.commit();
+    // A disk that fills up while the last bytes leave the buffer shows here and not in commit().
+    return flusso.status() == QDataStream::Ok && scritto.flush() && scritto.commit();
 }
 
 std::optional<PaginaRecuperata> LeggiFile(const QString &file)
@@ -188,7 +189,8 @@ bool Recupero::DaSalvare() const
 {
     if (!m_pad || m_pad->Revisione() == m_revisioneSalvata)
         return false;
-    return m_pad->Text() != ModuloDichiarazioni::Stato().TestoSalvato;
+    // Not the text that the page was opened with: after a save, an undo back to that text is not on the disk.
+    return m_pad->Text() != m_testoSalvato.value_or(ModuloDichiarazioni::Stato().TestoSalvato);
 }
 
 bool Recupero::Prenota()
@@ -228,8 +230,10 @@ void Recupero::Salvata()
 {
     m_timer.stop();
     m_daScrivere.invalidate();
-    if (m_pad)
+    if (m_pad) {
         m_revisioneSalvata = m_pad->Revisione();
+        m_testoSalvato = m_pad->Text();
+    }
     AccodaRimozione();
 }
 

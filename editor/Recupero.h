@@ -96,6 +96,7 @@ private:
     QElapsedTimer m_daScrivere; ///< since the first change that is not written yet
     QThreadPool m_scrittore;    ///< one thread: what was asked first is done first
     int m_revisioneSalvata = 0;
+    std::optional<QString> m_testoSalvato; ///< as of Salvata; before it, the program's own counts
     int m_revisioneScritta = -1;
     bool m_chiuso = false;
 };

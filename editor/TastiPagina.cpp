@@ -7,8 +7,12 @@
 #include "html/ModuloCompletamento.h"
 #include "html/VerificaSintassi.h"
 #include "platform/RichTextBox.h"
+#include "platform/Tastiera.h"
 
+#include <QCoreApplication>
 #include <QPointer>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +26,11 @@ constexpr int TastoV = 86;
 constexpr int TastoMinore = 226;
 constexpr int Ctrl = 2;
 
+bool Modificatore(int tasto)
+{
+    return (tasto >= Qt::Key_Shift && tasto <= Qt::Key_ScrollLock) || tasto == Qt::Key_AltGr;
+}
+
 } // namespace
 
 TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
@@ -32,11 +41,60 @@ TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
             ModuloCompletamento::ChiudiTag(pad);
     });
     connect(pad, &RichTextBox::KeyUp, this, [this](EventoTasto *tasto) { Rilasciato(*tasto); });
+    pad->installEventFilter(this);
     // The "=" that completion inserts counts like a typed one.
     ModuloCompletamento::ImpostaDopoUguale([](RichTextBox *editor) {
         ModuloColori::ControllaTagCorrente(*editor);
         ModuloVerificaSintassi::AggiornaElencoErrori(*editor);
     });
+}
+
+bool TastiPagina::eventFilter(QObject *oggetto, QEvent *evento)
+{
+    if (evento->type() == QEvent::FocusOut) {
+        m_giu.clear();
+        m_gia.clear();
+    }
+    if (evento->type() != QEvent::KeyPress && evento->type() != QEvent::KeyRelease)
+        return QObject::eventFilter(oggetto, evento);
+    const auto &tasto = static_cast<const QKeyEvent &>(*evento);
+    if (tasto.isAutoRepeat() || Modificatore(tasto.key()))
+        return false;
+    const quint64 identita = Tastiera::Identita(tasto);
+    if (evento->type() == QEvent::KeyRelease) {
+        m_giu.remove(identita);
+        return m_gia.remove(identita);
+    }
+    if (!m_giu.isEmpty() && !PrimaIlRilascio(tasto)) {
+        evento->accept();
+        return true;
+    }
+    m_gia.remove(identita);
+    m_giu.insert(identita, Tastiera::DaQt(tasto));
+    return false;
+}
+
+// False when a list that the release opened has taken the key that was pressed after it.
+bool TastiPagina::PrimaIlRilascio(const QKeyEvent &tasto)
+{
+    const QPointer<TastiPagina> questo(this);
+    m_sospeso.reset(tasto.clone());
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+    const auto giu = std::exchange(m_giu, {});
+    for (auto premuto = giu.begin(); premuto != giu.end() && questo; ++premuto) {
+        m_gia.insert(premuto.key());
+        Rilasciato(premuto.value());
+    }
+    if (!questo)
+        return false;
+    QCoreApplication::removePostedEvents(this, QEvent::User);
+    return std::exchange(m_sospeso, nullptr) != nullptr;
+}
+
+void TastiPagina::customEvent(QEvent *)
+{
+    if (const auto tasto = std::exchange(m_sospeso, nullptr))
+        QCoreApplication::sendEvent(m_pad, tasto.get());
 }
 
 void TastiPagina::Premuto(EventoTasto *tasto) const

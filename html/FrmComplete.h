@@ -59,6 +59,7 @@ private:
     void DigitaCarattere(const QString &carattere);
     void Cancella();
     void Conferma();
+    void ConfermaCon(QStringView testo);
     void SelezionaVoce();
     void Disponi();
     void Chiudi();
@@ -87,6 +88,7 @@ private:
     bool m_sopra = false;        ///< the list stands above the line
     bool m_scrivo = false;       ///< a change of the text is the list's own
     bool m_chiusa = false;
+    bool m_esci = false; ///< Escape is down: its release closes the list, and so does the next key
     EsitoLista m_esito;
     std::vector<std::unique_ptr<QEvent>> m_inAttesa; ///< keys for the time after the caller
 };

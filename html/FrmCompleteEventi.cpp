@@ -131,7 +131,8 @@ bool FrmComplete::EventoTastiera(QObject *oggetto, QEvent *evento)
 bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
 {
     const Azione azione = AzioneDi(*tasto);
-    if (azione == Azione::Lascia || (azione == Azione::Finisci && tasto->text() == u">")) {
+    if (azione == Azione::Lascia || (m_esci && azione != Azione::Esci && azione != Azione::Ignora) ||
+        (azione == Azione::Finisci && tasto->text() == u">")) {
         // ">" typed in the page also closes the tag, which is the editor's business.
         Chiudi();
         m_inAttesa.emplace_back(tasto->clone());
@@ -145,8 +146,9 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
         return true;
     }
     TastiTrattenuti::Di(m_editor).Premuto(*tasto);
+    m_esci = azione == Azione::Esci || (m_esci && azione == Azione::Ignora);
     if (azione == Azione::Conferma)
-        Conferma();
+        ConfermaCon(tasto->text());
     else if (azione == Azione::Cancella)
         Cancella();
     else if (azione == Azione::Scrivi || azione == Azione::Finisci)
@@ -154,6 +156,12 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
     if (azione == Azione::Finisci)
         Chiudi();
     return true;
+}
+
+void FrmComplete::ConfermaCon(QStringView testo)
+{
+    Conferma();
+    m_esito.uguale = m_esito.accettata && testo == u"=";
 }
 
 bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
@@ -171,7 +179,7 @@ bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
         const QString carattere = testo.mid(i, testo[i].isHighSurrogate() ? 2 : 1);
         i += carattere.size() - 1;
         if (carattere == u"=" || carattere.front() <= u' ')
-            Conferma();
+            ConfermaCon(carattere);
         else
             DigitaCarattere(carattere);
         if (Finisce(carattere))

@@ -19,4 +19,5 @@ using ListaVoci = QList<VoceLista>;
 struct EsitoLista {
     bool accettata = false; ///< an entry was inserted into the page
     QString scelta;         ///< its text
+    bool uguale = false;    ///< accepted with "=", which the list kept for itself
 };

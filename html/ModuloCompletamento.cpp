@@ -105,6 +105,19 @@ void OffriValori(RichTextBox *editor, const QString &tag, const QString &attribu
     editor->ImpostaSelStart(editor->SelStart() - 1);
 }
 
+/// Writes the "=" after the attribute \a attributo that a list inserted, and does what typing it does.
+void InserisciUguale(RichTextBox *editor, const QString &tag, const QString &attributo)
+{
+    const QPointer<RichTextBox> vivo(editor);
+    editor->ImpostaSelText(u"="_s);
+    if (DopoUguale())
+        DopoUguale()(editor);
+    if (!vivo)
+        return;
+    const QString parola = ContestoTag::ParolaCorrente(editor);
+    SuggerisciValori(editor, tag, parola.isEmpty() ? attributo : parola, false);
+}
+
 } // namespace
 
 void ImpostaDopoUguale(std::function<void(RichTextBox *)> azione)
@@ -127,13 +140,7 @@ void SuggerisciAttributi(RichTextBox *editor, const QString &tag)
     const EsitoLista esito = ListaAttributi(editor, tag, prefisso);
     if (!esito.accettata || !vivo)
         return;
-    editor->ImpostaSelText(u"="_s);
-    if (DopoUguale())
-        DopoUguale()(editor);
-    if (!vivo)
-        return;
-    const QString parola = ContestoTag::ParolaCorrente(editor);
-    SuggerisciValori(editor, tag, parola.isEmpty() ? esito.scelta : parola, false);
+    InserisciUguale(editor, tag, esito.scelta);
 }
 
 bool Suggerisci(RichTextBox *editor, const QString &tag, const QString &attributo)
@@ -154,6 +161,9 @@ bool Suggerisci(RichTextBox *editor, const QString &tag, const QString &attribut
     if (!esito.accettata || !vivo)
         return false;
     ColoraScelta(editor, esito.scelta, caretto - int(prefisso.size()), caretto + int(esito.scelta.size()) + 1, diTag);
+    // Who accepts with "=" goes on with the value; without the sign it would be glued to the name.
+    if (esito.uguale && !diTag)
+        InserisciUguale(editor, tag, esito.scelta);
     return true;
 }
 

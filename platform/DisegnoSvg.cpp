@@ -1,6 +1,7 @@
 #include "platform/DisegnoSvg.h"
 
 #include "platform/AlberoSvg.h"
+#include "platform/TelaLimitata.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -20,7 +21,9 @@ namespace
 constexpr qint64 MassimoPunti = qint64(16) * 1024 * 1024; // of all pictures inside a drawing
 constexpr qint64 BytePerElemento = 64;                    // so much text takes about as long as another element
 constexpr qint64 BytePerTratto = 4;                       // a piece of a path may cross the whole picture
+constexpr qint64 PezzoDiTesto = 10;                       // each has a layout of its own
 constexpr double PuntiDipinti = 1e9;                      // what a slow machine paints in a few seconds
+constexpr int TempoPittura = 1200;                        // ms
 constexpr int LatoMinimo = 256;
 constexpr int MassimaMisura = 8192;
 
@@ -83,12 +86,14 @@ private:
             Inizio();
             break;
         case QXmlStreamReader::EndElement:
+            m_testi -= m_testi > 0 ? 1 : 0;
             m_scrittore.writeEndElement();
             m_albero.Chiudi();
             break;
         case QXmlStreamReader::Characters:
             m_scrittore.writeCharacters(m_lettore.text().toString());
-            m_albero.Aggiungi(m_lettore.text().size() / BytePerElemento);
+            // Every character of a text is laid out, whatever becomes of it.
+            m_albero.Aggiungi(m_testi > 0 ? m_lettore.text().size() : m_lettore.text().size() / BytePerElemento);
             break;
         default: // document type, processing instructions, comments
             break;
@@ -106,7 +111,9 @@ private:
             return;
         }
         m_scrittore.writeStartElement(nome.toString());
-        m_albero.Apri(1);
+        // Inside a text there are only its pieces.
+        m_testi += m_testi > 0 || nome == u"text" || nome.endsWith(u":text") ? 1 : 0;
+        m_albero.Apri(m_testi > 0 ? PezzoDiTesto : 1);
         for (const QXmlStreamAttribute &attributo : attributi) {
             if (ERiferimento(attributo) && !immagine && !attributo.value().startsWith(u'#'))
                 continue;
@@ -140,6 +147,7 @@ private:
     QXmlStreamWriter m_scrittore;
     AlberoSvg m_albero;
     qint64 m_punti = 0;
+    int m_testi = 0; ///< open elements of a text, itself included
 };
 
 } // namespace
@@ -168,10 +176,14 @@ CaricaImmagine::Immagine DisegnoSvg::Disegna(const QByteArray &svg, int lato)
     const QSize tela = entro(propria, std::clamp(ammesso, std::min(LatoMinimo, lato), lato));
     QImage immagine(tela, QImage::Format_ARGB32_Premultiplied);
     immagine.fill(Qt::transparent);
+    TelaLimitata superficie(immagine, TempoPittura);
     {
-        QPainter p(&immagine);
+        QPainter p(&superficie);
         disegno.render(&p);
     }
+    // Half a picture could be taken for the whole.
+    if (!superficie.Intera())
+        return {};
     const double maggiore = std::max(propria.width(), propria.height());
     return {std::move(immagine), maggiore > MassimaMisura ? entro(propria, MassimaMisura) : propria.toSize()};
 }

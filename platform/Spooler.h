@@ -52,6 +52,12 @@ public:
     [[nodiscard]] virtual bool ImpostaStampante(Maniglia stampante, const InformazioniStampante &informazioni) = 0;
     /// Of the last call that failed.
     [[nodiscard]] virtual quint32 UltimoErrore() const = 0;
+
+    /// Whether print jobs of this program are kept from the printers; a painter hands its job over when it ends, also
+    /// when the user gave the print up. While they are kept back no other call succeeds.
+    virtual void TrattieniLavori(bool trattieni) = 0;
+    /// Why the job that was handed over just now was not taken; empty when it was. Ask right after the painter's end.
+    [[nodiscard]] virtual QString RifiutoLavoro() const = 0;
 };
 
 /// The spooler of this host.

@@ -4,6 +4,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <chrono>
+#include <future>
+#include <string>
+#include <thread>
+
 #include <cups/cups.h>
 
 using namespace Qt::StringLiterals;
@@ -92,6 +97,40 @@ QByteArray PredefinitaUtente()
     return {};
 }
 
+/// Whether the printing service takes a connection and answers a request.
+bool Risponde(const std::string &servizio, int porta, http_encryption_t cifratura)
+{
+    http_t *http =
+        httpConnect2(servizio.c_str(), porta, nullptr, AF_UNSPEC, cifratura, 1, SpoolerCups::AttesaServizio, nullptr);
+    if (!http)
+        return false;
+    httpSetTimeout(
+        http, SpoolerCups::AttesaServizio / 1000.0, [](http_t *, void *) { return 0; }, nullptr);
+    // Any answer will do, also that there is no default printer.
+    ippDelete(cupsDoRequest(http, ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"));
+    const ipp_status_t esito = cupsLastError();
+    httpClose(http);
+    return esito != IPP_STATUS_ERROR_SERVICE_UNAVAILABLE && esito != IPP_STATUS_ERROR_INTERNAL &&
+           esito != IPP_STATUS_ERROR_TIMEOUT;
+}
+
+/// The same within AttesaServizio. Finding the server's address has no time limit of its own, so it happens aside.
+bool RispondeInTempo()
+{
+    std::packaged_task<bool()> domanda([servizio = std::string(cupsServer()), porta = ippPort(),
+                                        cifratura = cupsEncryption()] { return Risponde(servizio, porta, cifratura); });
+    std::future<bool> risposta = domanda.get_future();
+    std::thread(std::move(domanda)).detach();
+    return risposta.wait_for(std::chrono::milliseconds(SpoolerCups::AttesaServizio)) == std::future_status::ready &&
+           risposta.get();
+}
+
+/// Has this thread's calls of CUPS, Qt's own among them, fail at once; false: back to the server of the settings.
+void Isola(bool isolato)
+{
+    cupsSetServer(isolato ? "/dev/null/cups" : nullptr);
+}
+
 void CambiaOpzioni(cups_dest_t &destinazione, const Opzioni &nuove)
 {
     const Opzioni vecchie = OpzioniDi(destinazione);
@@ -110,6 +149,32 @@ void CambiaOpzioni(cups_dest_t &destinazione, const Opzioni &nuove)
 std::unique_ptr<Spooler> SpoolerDelSistema()
 {
     return std::make_unique<SpoolerCups>();
+}
+
+SpoolerCups::SpoolerCups() : m_risponde(RispondeInTempo())
+{
+    // The library's own way to ask for a password waits for the terminal.
+    cupsSetPasswordCB2(
+        [](const char *, http_t *, const char *, const char *, void *) -> const char * { return nullptr; }, nullptr);
+    if (!m_risponde)
+        Isola(true);
+}
+
+SpoolerCups::~SpoolerCups()
+{
+    if (!m_risponde)
+        Isola(false);
+}
+
+void SpoolerCups::TrattieniLavori(bool trattieni)
+{
+    if (m_risponde)
+        Isola(trattieni);
+}
+
+QString SpoolerCups::RifiutoLavoro() const
+{
+    return cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE ? QString() : QString::fromUtf8(cupsLastErrorString());
 }
 
 QStringList SpoolerCups::Stampanti()
@@ -131,7 +196,7 @@ Spooler::Maniglia SpoolerCups::ApriStampante(const QString &nome, quint32 access
                                                     : cupsGetNamedDest(CUPS_HTTP_DEFAULT, stampante.constData(),
                                                                        barra < 0 ? nullptr : istanza.constData());
     if (!destinazione) {
-        m_errore = stampante.isEmpty() ? NomeNonValido : ErroreCups();
+        m_errore = !m_risponde ? ServizioAssente : stampante.isEmpty() ? NomeNonValido : ErroreCups();
         return 0;
     }
     const Opzioni opzioni = OpzioniDi(*destinazione);

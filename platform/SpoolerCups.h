@@ -11,6 +11,14 @@
 class SpoolerCups : public Spooler
 {
 public:
+    /// Waits for the printing service, AttesaServizio at most. One that does not answer is not asked again as long as
+    /// the object lives, not by Qt's own dialogs either, which would wait much longer.
+    SpoolerCups();
+    ~SpoolerCups() override;
+    Q_DISABLE_COPY_MOVE(SpoolerCups)
+
+    static constexpr int AttesaServizio = 2000; ///< ms
+
     [[nodiscard]] QStringList Stampanti() override;
     [[nodiscard]] Maniglia ApriStampante(const QString &nome, quint32 accesso) override;
     void ChiudiStampante(Maniglia stampante) override;
@@ -21,6 +29,8 @@ public:
                                          InformazioniStampante &informazioni) override;
     [[nodiscard]] bool ImpostaStampante(Maniglia stampante, const InformazioniStampante &informazioni) override;
     [[nodiscard]] quint32 UltimoErrore() const override { return m_errore; }
+    void TrattieniLavori(bool trattieni) override;
+    [[nodiscard]] QString RifiutoLavoro() const override;
 
 private:
     struct Aperta {
@@ -36,6 +46,7 @@ private:
 
     QHash<Maniglia, Aperta> m_aperte;
     QHash<QByteArray, Letta> m_lette; ///< by printer, as first read
+    bool m_risponde = false;
     Maniglia m_ultima = 0;
     quint32 m_errore = NessunErrore;
 };

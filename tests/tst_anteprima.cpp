@@ -144,7 +144,7 @@ void tst_Anteprima::Richieste_data()
     QTest::newRow("web frame") << u"http://e.it/"_s << Tipo::Cornice << false << mia << true;
     QTest::newRow("script above") << u"file:///js/a.js"_s << Tipo::Script << false << mia << true;
     QTest::newRow("other file above as a script") << u"file:///a.csv"_s << Tipo::Script << false << mia << false;
-    QTest::newRow("other file beside as a script") << u"file:///sito/a.asp"_s << Tipo::Script << false << mia << true;
+    QTest::newRow("data beside as a script") << u"file:///sito/a.json"_s << Tipo::Script << false << mia << false;
     QTest::newRow("script of a browser's settings")
         << u"file:///home/a/.mozilla/p/prefs.js"_s << Tipo::Script << false << mia << false;
     QTest::newRow("hidden picture") << u"file:///home/a/.faces/a.png"_s << Tipo::Risorsa << false << mia << false;

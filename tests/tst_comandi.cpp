@@ -1,6 +1,7 @@
 #include "app/Comandi.h"
 #include "app/FrmStart.h"
 #include "app/ModuloDichiarazioni.h"
+#include "app/PaginaCorrente.h"
 #include "app/TabellaComandi.h"
 #include "app/TabellaFrammenti.h"
 #include "app/TabellaLingua.h"
@@ -46,6 +47,7 @@ private slots:
     void everyTrigger();
     void fragmentsPassTheCheckInEveryLanguage();
     void faultyFragmentsWouldBeSeen();
+    void quickTypingAroundACommandIsNotPartOfIt();
 
 public slots:
     void ApreFile(const QUrl &url) { m_aperto = url; }
@@ -449,6 +451,33 @@ void TstComandi::faultyFragmentsWouldBeSeen()
     for (const QString &guasto : {u"<DIV align=\"centre\">"_s, u"<IMG sorc=\"a\">"_s, u"<LABLE for=\"x\">"_s}) {
         const QString pagina = PaginaPer(u"MenuComuni(0)"_s).replace(u"|"_s, guasto);
         QVERIFY2(!VerificaDaRiga::InRighe(u"p"_s, pagina).isEmpty(), qPrintable(guasto));
+    }
+}
+
+// Without a pause in which a record would be taken anyway.
+void TstComandi::quickTypingAroundACommandIsNotPartOfIt()
+{
+    Metti(u"abc|"_s);
+    RichTextBox *pad = m_finestra->PadCorrente();
+    const QString file = m_cartella.filePath(u"altra.html"_s);
+    QFile altra(file);
+    QVERIFY(altra.open(QIODevice::WriteOnly) && altra.write("<P>altra</P>") > 0);
+    altra.close();
+    QStringList passi{Testo()};
+    const auto scrivi = [&] {
+        QTest::keyClicks(pad, u"x"_s);
+        passi += Testo();
+    };
+    scrivi();
+    m_finestra->ElencoComandi().Esegui(u"ToolFormat2(1)"_s);
+    passi += Testo();
+    scrivi();
+    QVERIFY(m_finestra->findChild<PaginaCorrente *>()->Apri(file));
+    passi += Testo();
+    scrivi();
+    for (passi.removeLast(); !passi.isEmpty(); passi.removeLast()) {
+        QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
+        QCOMPARE(Testo(), passi.last());
     }
 }
 

@@ -279,6 +279,10 @@ void TstCompletamento::Tasti_data()
         << u"<IMG bo| x"_s << u"©§\n"_s << u"<IMG border| x"_s << QStringList{u"[border]"_s};
     QTest::newRow("ctrl space: backspace eats into the prefix, accepting replaces the rest")
         << u"<IMG bo| x"_s << u"©\b\n"_s << u"<IMG border| x"_s << QStringList{};
+    QTest::newRow("ctrl space: accepting with = goes on with the value")
+        << u"<IMG |>"_s << u"©al=§l="_s << u"<IMG align=\"left\"| >"_s << QStringList{u"[right] left Top"_s};
+    QTest::newRow("ctrl space: = that accepts a tag is only an accepting key")
+        << u"<fo| x"_s << u"©="_s << u"<FONT| x"_s << QStringList{};
     QTest::newRow("ctrl space: prefix of a tag")
         << u"<fo| x"_s << u"©§\n"_s << u"<FONT| x"_s << QStringList{u"[FONT]"_s};
     QTest::newRow("ctrl space: tag at the very end, after a lone bracket")

@@ -24,6 +24,8 @@ private slots:
     void keys();
     void selectionStaysVisible();
     void completionByKeys();
+    void overlappingKeysAreLikeSlowOnes_data();
+    void overlappingKeysAreLikeSlowOnes();
 };
 
 void TstFrmPaginaHTML::layout()
@@ -223,6 +225,82 @@ void TstFrmPaginaHTML::completionByKeys()
     QTest::keyClick(pad, Qt::Key_Space);
     QVERIFY(!FrmComplete::Corrente());
     QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"c enter\"></TD> "_s);
+}
+
+namespace
+{
+
+struct Mossa {
+    QEvent::Type tipo;
+    QChar carattere;
+};
+
+// One event after the other, also while a completion list waits inside one of them.
+void Esegui(RichTextBox *pad, const QList<Mossa> &mosse, qsizetype prossima, bool *finito)
+{
+    if (prossima == mosse.size()) {
+        *finito = true;
+        return;
+    }
+    QTimer::singleShot(0, pad, [=] { Esegui(pad, mosse, prossima + 1, finito); });
+    const auto [tipo, c] = mosse[prossima];
+    const bool invio = c == u'\n';
+    const bool esci = c == u'⎋';
+    const int codice = invio ? int(Qt::Key_Return) : esci ? int(Qt::Key_Escape) : c.toUpper().unicode();
+    QKeyEvent tasto(tipo, codice, Qt::NoModifier, invio ? u"\r"_s : esci ? QString() : QString(c));
+    QCoreApplication::sendEvent(pad, &tasto);
+}
+
+// Text, caret and colours after the keys. Each key is released after its press, or only after the next one's.
+QString Battuta(const QString &tasti, bool accavallati)
+{
+    FrmPaginaHTML finestra;
+    finestra.resize(600, 300);
+    finestra.show();
+    finestra.activateWindow();
+    RichTextBox *pad = finestra.RichPad();
+    pad->setFocus();
+    QList<Mossa> mosse;
+    for (qsizetype i = 0; i < tasti.size(); ++i) {
+        mosse.append({QEvent::KeyPress, tasti[i]});
+        if (accavallati && i > 0)
+            mosse.append({QEvent::KeyRelease, tasti[i - 1]});
+        if (!accavallati || i + 1 == tasti.size())
+            mosse.append({QEvent::KeyRelease, tasti[i]});
+    }
+    bool finito = false;
+    Esegui(pad, mosse, 0, &finito);
+    if (!QTest::qWaitFor([&] { return finito && !FrmComplete::Corrente(); }))
+        return u"a list stayed open"_s;
+    QString stampa = pad->Text().insert(pad->SelStart(), u'|') + u'\n';
+    for (int i = 0; i < pad->Lunghezza(); ++i)
+        stampa += QString::number(pad->AspettoIn(i).colore, 16) + u' ';
+    return stampa;
+}
+
+} // namespace
+
+void TstFrmPaginaHTML::overlappingKeysAreLikeSlowOnes_data()
+{
+    QTest::addColumn<QString>("tasti");
+    QTest::addColumn<QString>("testo");
+    QTest::newRow("tag and its closing tag") << u"<b>ciao</b>⎋"_s << u"<b>ciao</b>|</b>"_s;
+    QTest::newRow("tag from the list") << u"<td\n⎋>x"_s << u"<TD >x|</TD>"_s;
+    QTest::newRow("attribute from the list") << u"<td al\n⎋"_s << u"<TD align|"_s;
+    QTest::newRow("value typed") << u"<font ⎋color=red⎋"_s << u"<FONT color=\"red|"_s;
+    QTest::newRow("value from the list") << u"<td ⎋align=c\n"_s << u"<TD align=\"center\"| "_s;
+    QTest::newRow("comment") << u"<⎋!--ciao"_s << u"<!--ciao|"_s;
+    QTest::newRow("end of a line in a tag") << u"<td⎋\nalign⎋"_s << u"<td\r\nalign|"_s;
+}
+
+void TstFrmPaginaHTML::overlappingKeysAreLikeSlowOnes()
+{
+    QFETCH(QString, tasti);
+    QFETCH(QString, testo);
+    ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
+    const QString lenta = Battuta(tasti, false);
+    QCOMPARE(lenta.section(u'\n', 0, -2), testo);
+    QCOMPARE(Battuta(tasti, true), lenta);
 }
 
 QTEST_MAIN(TstFrmPaginaHTML)

@@ -2,6 +2,7 @@
 #include "app/DisposizioneFinestre.h"
 #include "app/FrmStart.h"
 #include "app/ModuloDichiarazioni.h"
+#include "app/PaginaCorrente.h"
 #include "app/TabellaComandi.h"
 #include "app/TabellaLingua.h"
 #include "app/TempoCaricamento.h"
@@ -86,6 +87,7 @@ private slots:
     void closingAsks();
     void failedSaveKeepsTheWindow();
     void saveAsLeavesTheCurrentFile();
+    void newPageIsSavedBesideItsPictures();
     void editCommandsFollowTheSelection();
     void windowsDoNotOverlap_data();
     void windowsDoNotOverlap();
@@ -400,6 +402,35 @@ void TstFrmStart::saveAsLeavesTheCurrentFile()
     finestra.PadCorrente()->ImpostaText(QString());
     finestra.findChild<QAction *>(u"MenuFile(4)"_s)->trigger();
     QCOMPARE(Contenuto(Percorso(u"s.html"_s)), QByteArray("due uno\r\n"));
+}
+
+void TstFrmStart::newPageIsSavedBesideItsPictures()
+{
+    FrmStart finestra;
+    Avvia(finestra);
+    auto *pagina = finestra.findChild<PaginaCorrente *>();
+    const QSignalSpy avvisi(pagina, &PaginaCorrente::Avviso);
+    QString cartella;
+    const auto salva = [&](const QString &nome) {
+        Rispondi<QFileDialog>(this, [&](QFileDialog *dialogo) {
+            cartella = dialogo->directory().path();
+            dialogo->findChild<QLineEdit *>()->setText(nome);
+            QTest::keyClick(dialogo, Qt::Key_Return);
+        });
+        finestra.findChild<QAction *>(u"MenuFile(4)"_s)->trigger();
+        return avvisi.constLast().constFirst().toString();
+    };
+    QCOMPARE(ModuloDichiarazioni::PostoPagina(), QString());
+    QCOMPARE(salva(Percorso(u"nuova.html"_s)), ModuloPrincipale::Messaggio(279).arg(Percorso(u"nuova.html"_s)));
+    QCOMPARE(ModuloDichiarazioni::PostoPagina(), Percorso(u"nuova.html"_s));
+    // The page has no file of its own: Save asks again, beside the last answer.
+    QCOMPARE(salva(u"altra"_s), ModuloPrincipale::Messaggio(280).arg(Percorso(u"altra.dat"_s)));
+    QCOMPARE(cartella, QFileInfo(Percorso(u"x"_s)).path());
+    QCOMPARE(finestra.windowTitle(), u"Velloro - [%1]"_s.arg(ModuloPrincipale::Messaggio(344)));
+    // An opened page lies where it was opened.
+    QVERIFY(pagina->Apri(Percorso(u"nuova.html"_s)));
+    QCOMPARE(Stato().FileSalvato, QString());
+    QCOMPARE(ModuloDichiarazioni::PostoPagina(), Percorso(u"nuova.html"_s));
 }
 
 void TstFrmStart::editCommandsFollowTheSelection()

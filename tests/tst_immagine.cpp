@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -42,6 +43,9 @@ private slots:
     void hugeJpegIsReadSmaller();
     void firstFrameOfAnAnimation();
     void drawingsStayInTheirFile();
+    void drawingsLookAsTheyShould();
+    void drawingsThatTakeTooLong_data();
+    void drawingsThatTakeTooLong();
     void drawingsThatNeverEnd_data();
     void drawingsThatNeverEnd();
     void relativeReference_data();
@@ -325,6 +329,64 @@ void TstImmagine::drawingsStayInTheirFile()
     QVERIFY(pulito);
     QCOMPARE(QString::fromUtf8(pulito->svg.sliced(pulito->svg.indexOf("30\"") + 4)),
              u"<a><g id=\"g\"/></a><use xlink:href=\"#g\"/><use/></svg>"_s);
+}
+
+void TstImmagine::drawingsLookAsTheyShould()
+{
+    // What a drawing is made of goes through a painting surface of ours: it must come out as on Qt's own.
+    const QByteArray svg =
+        TestaSvg +
+        "<defs><linearGradient id='l'><stop offset='0' stop-color='red'/><stop offset='1' stop-color='blue'/>"
+        "</linearGradient></defs><rect width='40' height='30' fill='url(#l)'/>"
+        "<g transform='rotate(20) scale(0.9)' opacity='0.5'><ellipse cx='20' cy='10' rx='9' ry='5' "
+        "fill='green' stroke='black' stroke-width='2' stroke-dasharray='3,1'/></g>"
+        "<polyline points='1,1 9,20 20,3' stroke='white' fill='none'/><polygon points='30,1 39,1 35,9'/>"
+        "<line x1='0' y1='29' x2='40' y2='20' stroke='yellow'/><text x='3' y='26' font-size='9'>Ab</text>"
+        "<path d='M25 15 q9 9 12 0 t1 9z' fill='#fff' fill-opacity='.4' fill-rule='evenodd'/></svg>";
+    QImage attesa(200, 150, QImage::Format_ARGB32_Premultiplied);
+    attesa.fill(Qt::transparent);
+    {
+        QSvgRenderer qt(svg);
+        QPainter p(&attesa);
+        qt.render(&p);
+    }
+    const QImage disegnata = DisegnoSvg::Disegna(svg, 200).immagine;
+    QCOMPARE(disegnata.size(), attesa.size());
+    int diversi = 0;
+    for (int y = 0; y < attesa.height(); ++y) {
+        for (int x = 0; x < attesa.width(); ++x) {
+            const QColor a = attesa.pixelColor(x, y);
+            const QColor b = disegnata.pixelColor(x, y);
+            diversi += qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) > 40 ? 1 : 0;
+        }
+    }
+    // Letters are drawn as their outlines and not from the store of glyphs: their edges may differ a little.
+    QVERIFY2(diversi < 60, qPrintable(QString::number(diversi)));
+}
+
+void TstImmagine::drawingsThatTakeTooLong_data()
+{
+    QTest::addColumn<QByteArray>("svg");
+    QByteArray denti = "M0 0";
+    for (int i = 0; i < 40'000; ++i)
+        denti += 'L' + QByteArray::number(i % 2 * 40) + ' ' + QByteArray::number(i % 31);
+    QTest::newRow("one shape of endless edges") << TestaSvg + "<path fill-rule='evenodd' d='" + denti + "'/></svg>";
+    QTest::newRow("a broad outline") << TestaSvg + "<path fill='none' stroke='red' stroke-width='40' d='" + denti +
+                                            "'/></svg>";
+    QTest::newRow("endless dashes") << TestaSvg +
+                                           "<path stroke='red' stroke-dasharray='0.00001' d='M0 0L40 30'/></svg>";
+    QTest::newRow("endless many shapes") << TestaSvg + "<g stroke='blue' stroke-width='20' opacity='0.5'>" +
+                                                QByteArray("<circle cx='20' cy='15' r='9'/>").repeated(40'000) +
+                                                "</g></svg>";
+    QTest::newRow("endless text") << TestaSvg + "<text>" + QByteArray(200'000, 'W') + "</text></svg>";
+    QTest::newRow("a text in many pieces")
+        << TestaSvg + "<text>" + QByteArray("<tspan>x</tspan>").repeated(20'000) + "</text></svg>";
+}
+
+void TstImmagine::drawingsThatTakeTooLong()
+{
+    QFETCH(QByteArray, svg);
+    QVERIFY(DisegnoSvg::Disegna(svg, CaricaImmagine::LatoDisegno).immagine.isNull());
 }
 
 void TstImmagine::drawingsThatNeverEnd_data()

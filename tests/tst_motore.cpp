@@ -40,6 +40,8 @@ private slots:
     void cleanupTestCase();
     void Pagina_data();
     void Pagina();
+    void NienteDaLeggere_data();
+    void NienteDaLeggere();
     void DopoUnaPaginaOstile_data();
     void DopoUnaPaginaOstile();
 
@@ -58,12 +60,25 @@ private:
 void tst_Motore::initTestCase()
 {
     ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
-    Salva(m_cartella.filePath(u"sito/css/stile.css"_s), "p { width: 321px }");
-    Salva(m_cartella.filePath(u"sito/riquadro.html"_s), "<p>dentro</p>");
-    Salva(m_cartella.filePath(u"segreto.txt"_s), "segreto");
-    Salva(m_cartella.filePath(u"sito/modulo.js"_s), "document.title='modulo'");
+    const auto salva = [this](const QString &nome, const QByteArray &byte) { Salva(m_cartella.filePath(nome), byte); };
+    salva(u"sito/css/stile.css"_s, "p { width: 321px } b { content: url(../dentro.png) }"
+                                   "@font-face { font-family: Prova; src: url(../prova.ttf) }");
+    salva(u"sito/riquadro.html"_s,
+          "<p>dentro</p><img src=dentro.png onload=\"parent.postMessage('riquadro '+this.naturalWidth,'*')\">");
+    salva(u"segreto.txt"_s, "segreto");
+    salva(u"sito/js/segreto.js"_s, "segreto");
+    salva(u"sito/js/modulo.js"_s, "import {a} from './parte.js';document.title='modulo con '+a");
+    salva(u"sito/js/parte.js"_s, "export const a='parte'");
+    salva(u"sito/modulo.js"_s, "postMessage('modulo')");
+    salva(u"sito/dati.xml"_s, "<a>segreto</a>");
+    salva(u"sito/dati.json"_s, "\"segreto\"");
+    salva(u"sito/disegno.svg"_s,
+          "<svg xmlns='http://www.w3.org/2000/svg' width='7' height='5'><desc>segreto</desc></svg>");
+    QVERIFY(
+        QFile::copy(u"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"_s, m_cartella.filePath(u"sito/prova.ttf"_s)));
     QDir(m_cartella.path()).mkpath(u"figure"_s);
     QVERIFY(QImage(7, 5, QImage::Format_RGB32).save(m_cartella.filePath(u"figure/su.png"_s)));
+    QVERIFY(QImage(9, 5, QImage::Format_RGB32).save(m_cartella.filePath(u"sito/dentro.png"_s)));
     Stato().FileAnteprima = m_cartella.filePath(u"altrove/test.html"_s);
     Salva(Stato().FileAnteprima, {});
     Stato().FileCorrente = m_cartella.filePath(u"sito/mia.html"_s);
@@ -113,14 +128,38 @@ void tst_Motore::Pagina_data()
         << u"figura 7"_s;
     QTest::newRow("picture by its file address")
         << di + u"<img src=\"%1\" onload=\"di('figura '+this.naturalWidth)\">"_s.arg(figura) << u"figura 7"_s;
+    QTest::newRow("file address in code stays as it is")
+        << di + u"<script>di(\"a='file:///b'\".length)</script>"_s << u"13"_s;
     QTest::newRow("fetch of a file address")
         << di + u"<script>fetch('%1').then(r=>r.text()).then(di).catch(e=>di('no'))</script>"_s.arg(segreto) << u"no"_s;
     QTest::newRow("request of a file address")
         << di + u"<script>x=new XMLHttpRequest;x.onload=()=>di(x.responseText);x.onerror=()=>di('no');"
                 "try{x.open('GET','%1');x.send()}catch(e){di('no')}</script>"_s.arg(segreto)
         << u"no"_s;
-    QTest::newRow("module, that would be read with the rights of a script")
-        << di + u"<script type=module src=modulo.js onerror=\"di('no')\"></script>"_s << u"no"_s;
+    QTest::newRow("module and what it imports")
+        << di + u"<script type=module src=js/modulo.js onerror=\"di('no')\"></script>"_s << u"modulo con parte"_s;
+    QTest::newRow("font of a style sheet")
+        << di + u"<link rel=stylesheet href=css/stile.css><p style='font-family:Prova'>x</p><script>onload=()=>"
+                "document.fonts.load('9px Prova').then(f=>di(f.length+f[0].status)).catch(e=>di('no'))</script>"_s
+        << u"1loaded"_s;
+    QTest::newRow("font of the page's own style")
+        << di + u"<style>@font-face{font-family:Prova;src:url(prova.ttf)}</style><script>onload=()=>"
+                "document.fonts.load('9px Prova').then(f=>di(f.length+f[0].status)).catch(e=>di('no'))</script>"_s
+        << u"1loaded"_s;
+    QTest::newRow("picture of a style sheet")
+        << di + u"<link rel=stylesheet href=css/stile.css><b id=b></b><script>onload=()=>di(b.offsetWidth)</script>"_s
+        << u"9"_s;
+    QTest::newRow("frame beside the page, with its picture")
+        << di + u"<script>onmessage=m=>di(m.data)</script><iframe src=riquadro.html></iframe>"_s << u"riquadro 9"_s;
+    QTest::newRow("frame by its file address")
+        << di + u"<script>onmessage=m=>di(m.data)</script><iframe src=\"%1\"></iframe>"_s.arg(
+                    QUrl::fromLocalFile(m_cartella.filePath(u"sito/riquadro.html"_s)).toString())
+        << u"riquadro 9"_s;
+    QTest::newRow("drawing in an object, with its size")
+        << di + u"<object id=o data=disegno.svg onload=\"di('oggetto '+this.clientWidth)\"></object>"_s
+        << u"oggetto 7"_s;
+    QTest::newRow("error of a script that is none")
+        << di + u"<script>onerror=m=>di(m)</script><script src=js/segreto.js></script>"_s << u"Script error."_s;
     QTest::newRow("frame of a file address")
         << di + dopo +
                u"<iframe src=\"%1\" onload=\"try{letto=frames[0].document.body.innerText}catch(e){}\">"_s.arg(segreto)
@@ -144,6 +183,11 @@ void tst_Motore::Pagina_data()
         << di + u"<script>x=new XMLHttpRequest;x.onload=()=>di(x.responseText);x.onerror=()=>di('no');"
                 "x.open('GET','../segreto.txt');x.send()</script>"_s
         << u"no"_s;
+    QTest::newRow("page beyond ASCII that declares no encoding")
+        << di + u"<p id=p>\u00e8\u6f22</p><script>di(p.innerText)</script>"_s << u"\u00e8\u6f22"_s;
+    QTest::newRow("page with an encoding of its own")
+        << di + u"<meta charset=koi8-r><p id=p>\u0436</p><script>di(document.characterSet+p.innerText)</script>"_s
+        << u"KOI8-R\u0436"_s;
     QTest::newRow("script dialogs answer at once")
         << di + u"<script>alert(1);di(confirm(2)+' '+prompt(3))</script>"_s << u"false null"_s;
     QTest::newRow("the page stays where it is")
@@ -163,6 +207,101 @@ void tst_Motore::Pagina()
     Mostra(html);
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, titolo, Attesa);
     QCOMPARE(QApplication::focusWidget(), fuoco);
+}
+
+void tst_Motore::NienteDaLeggere_data()
+{
+    // The body of a function that gives what it could read of a local file; f is a picture that is shown.
+    QTest::addColumn<QString>("lettura");
+    const QString tela = u"let t=document.createElement('canvas'),c=t.getContext('2d');c.drawImage(%1,0,0);return %2"_s;
+    const QString figura = u"f"_s;
+    QTest::newRow("pixels of a picture") << tela.arg(figura, u"c.getImageData(0,0,1,1).data.join()"_s);
+    QTest::newRow("picture as data") << tela.arg(figura, u"t.toDataURL()"_s);
+    QTest::newRow("picture as a blob") << tela.arg(figura, u"await new Promise(r=>t.toBlob(r))"_s);
+    QTest::newRow("pixels of a bitmap") << tela.arg(u"await createImageBitmap(f)"_s, u"t.toDataURL()"_s);
+    QTest::newRow("pixels of a pattern")
+        << u"let t=document.createElement('canvas'),c=t.getContext('2d');c.fillStyle=c.createPattern(f,'repeat');"
+           "c.fillRect(0,0,2,2);return t.toDataURL()"_s;
+    QTest::newRow("pixels off screen")
+        << u"let t=new OffscreenCanvas(7,5),c=t.getContext('2d');c.drawImage(f,0,0);return await t.convertToBlob()"_s;
+    QTest::newRow("texture")
+        << u"let g=document.createElement('canvas').getContext('webgl');g.bindTexture(g.TEXTURE_2D,g.createTexture());"
+           "g.texImage2D(g.TEXTURE_2D,0,g.RGBA,g.RGBA,g.UNSIGNED_BYTE,f);return g.getError()"_s;
+    QTest::newRow("frame of a video") << u"return new VideoFrame(f,{timestamp:0}).codedWidth"_s;
+    QTest::newRow("picture asked for with the right to read it")
+        << u"let i=new Image;i.crossOrigin='';i.src=f.src;await i.decode();"_s + tela.arg(u"i"_s, u"t.toDataURL()"_s);
+    const QString perFile = u"'file://'+new URL('%1',document.baseURI).pathname"_s;
+    QTest::newRow("picture by its file address, with the right to read it")
+        << u"let i=new Image;i.crossOrigin='';i.src=%1;await i.decode();"_s.arg(perFile.arg(u"dentro.png"_s)) +
+               tela.arg(u"i"_s, u"t.toDataURL()"_s);
+    QTest::newRow("style sheet by its file address, with the right to read it")
+        << u"let "
+           u"l=document.createElement('link');l.rel='stylesheet';l.crossOrigin='';l.href=%1;document.head.append(l);"
+           "await new Promise((r,e)=>{l.onload=r;l.onerror=e});return l.sheet.cssRules[0].cssText"_s.arg(
+               perFile.arg(u"css/stile.css"_s));
+    QTest::newRow("data imported by their file address")
+        << u"return (await import(%1,{assert:{type:'json'}})).default"_s.arg(perFile.arg(u"dati.json"_s));
+    QTest::newRow("worker by its file address") << u"let w=new Worker(%1);return await new Promise((r,e)=>{w.onmessage="
+                                                   "m=>r(m.data);w.onerror=e})"_s.arg(perFile.arg(u"modulo.js"_s));
+    for (const QString &via : {u"dati.xml"_s, u"css/stile.css"_s, u"dentro.png"_s, u"mia.html"_s}) {
+        QTest::addRow("fetch of %s", qUtf8Printable(via)) << u"return await(await fetch('%1')).text()"_s.arg(via);
+        QTest::addRow("opaque fetch of %s", qUtf8Printable(via))
+            << u"return await(await fetch('%1',{mode:'no-cors'})).text()"_s.arg(via);
+    }
+    QTest::newRow("cached reply") << u"let k=await caches.open('k');await k.add('dati.xml');return 1"_s;
+    // The rules of style sheets can be read, those of nothing else.
+    for (const QString &via : {u"dati.json"_s, u"mia.html"_s, u"js/segreto.js"_s}) {
+        QTest::addRow("rules of %s", qUtf8Printable(via))
+            << u"let l=document.createElement('style');l.textContent='@import \"%1\"';document.head.append(l);"
+               "await new Promise(r=>l.onload=l.onerror=r);return l.sheet.cssRules[0].styleSheet.cssRules.length"_s.arg(
+                   via);
+    }
+    QTest::newRow("worker") << u"let w=new Worker('modulo.js');"
+                               "return await new Promise((r,e)=>{w.onmessage=m=>r(m.data);w.onerror=e})"_s;
+    QTest::newRow("worker that fetches")
+        << u"let w=new Worker(URL.createObjectURL(new Blob(['fetch(\"'+new URL('dati.xml',document.baseURI)+'\")"
+           ".then(r=>r.text()).then(postMessage).catch(()=>{throw 1})'])));"
+           "return await new Promise((r,e)=>{w.onmessage=m=>r(m.data);setTimeout(e,2000)})"_s;
+    QTest::newRow("service worker") << u"return await navigator.serviceWorker.register('modulo.js')"_s;
+    QTest::newRow("import of data") << u"return (await import('./dati.json',{assert:{type:'json'}})).default"_s;
+    QTest::newRow("import of a style sheet")
+        << u"return (await import('./css/stile.css',{assert:{type:'css'}})).default.cssRules[0].cssText"_s;
+    QTest::newRow("drawing in an object")
+        << u"let o=document.createElement('object');o.data='disegno.svg';document.body.append(o);"
+           "await new Promise((r,e)=>{o.onload=r;o.onerror=e});return o.contentDocument.documentElement.outerHTML"_s;
+    QTest::newRow("frame within a frame of the page's own")
+        << u"let o=document.createElement('iframe');o.srcdoc='<iframe src=riquadro.html></iframe>';"
+           "document.body.append(o);await new Promise(r=>o.onload=r);"
+           "return o.contentWindow.frames[0].document.body.innerText"_s;
+    QTest::newRow("fetch out of a frame of the page's own")
+        << u"let o=document.createElement('iframe');document.body.append(o);"
+           "return await(await o.contentWindow.fetch(new URL('dati.xml',document.baseURI))).text()"_s;
+    QTest::newRow("document of a transformation")
+        << u"let x=new XSLTProcessor,p=new DOMParser;x.importStylesheet(p.parseFromString('<x:stylesheet "
+           u"version=\"1.0\" "
+           "xmlns:x=\"http://www.w3.org/1999/XSL/Transform\"><x:template match=\"/\"><b><x:value-of "
+           "select=\"document(\\''+new URL('dati.xml',document.baseURI)+'\\')\"/></b></x:template></x:stylesheet>',"
+           "'text/xml'));let d=x.transformToDocument(p.parseFromString('<c/>','text/xml'));"
+           "if(!d.documentElement.textContent)throw 1;return d.documentElement.textContent"_s;
+    QTest::newRow("size in the list of what was loaded")
+        << u"let e=performance.getEntriesByType('resource').map(e=>e.decodedBodySize).filter(n=>n>0);"
+           "if(!e.length)throw 1;return e"_s;
+    QTest::newRow("event source")
+        << u"let e=new EventSource('dati.xml');return await new Promise((r,n)=>{e.onopen=r;e.onerror=n})"_s;
+    QTest::newRow("where the user is")
+        << u"return await new Promise((r,e)=>navigator.geolocation.getCurrentPosition(r,e))"_s;
+    QTest::newRow("camera") << u"return await navigator.mediaDevices.getUserMedia({video:true})"_s;
+    QTest::newRow("clipboard") << u"return await navigator.clipboard.readText()"_s;
+    QTest::newRow("full screen") << u"return await document.documentElement.requestFullscreen()"_s;
+}
+
+void tst_Motore::NienteDaLeggere()
+{
+    QFETCH(QString, lettura);
+    Mostra(u"<img id=f src=dentro.png><script>onload=async()=>{let e;if(f.naturalWidth!=9)return document.title='?';"
+           "try{e='letto '+await(async()=>{%1})()}catch(x){e='no'}document.title=e}</script>"_s.arg(lettura));
+    QTRY_VERIFY_WITH_TIMEOUT(!m_stato.isEmpty() && m_stato != u"inizio", Attesa);
+    QCOMPARE(m_stato, u"no"_s);
 }
 
 void tst_Motore::DopoUnaPaginaOstile_data()

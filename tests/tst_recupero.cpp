@@ -53,6 +53,11 @@ void TstRecupero::writesWhatIsNotSaved()
     // A change of letter case alone would be lost too.
     pad.Sostituisci(0, 1, u"C"_s);
     QTRY_COMPARE(File(cartella).size(), 1);
+    // Saved, and then undone to the text that it was opened with: that is not what the file holds now.
+    recupero.Salvata();
+    QTRY_COMPARE(File(cartella).size(), 0);
+    pad.Sostituisci(0, 1, u"c"_s);
+    QTRY_COMPARE(File(cartella).size(), 1);
 }
 
 void TstRecupero::goesWhenSavedOrClosed()

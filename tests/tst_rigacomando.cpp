@@ -18,13 +18,14 @@ struct Esito {
     QString errori;
 };
 
-/// The real program, without a display.
-Esito Esegui(const QStringList &argomenti, const QByteArray &ingresso = {})
+/// The real program, without a display; `impostazioni` is the folder of the user's settings.
+Esito Esegui(const QStringList &argomenti, const QByteArray &ingresso = {}, const QString &impostazioni = u"/nessuna"_s)
 {
     QProcess programma;
     QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
     for (const QString &nome : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
         ambiente.remove(nome);
+    ambiente.insert(u"XDG_CONFIG_HOME"_s, impostazioni);
     programma.setProcessEnvironment(ambiente);
     programma.start(QStringLiteral(CARTELLA_PROGRAMMA "/velloro"), argomenti);
     programma.write(ingresso);
@@ -52,6 +53,7 @@ private slots:
     void arguments_data();
     void arguments();
     void helpAndMistakes();
+    void userSettings();
     void checksFiles();
     void checksInEveryEncoding();
     void json();
@@ -100,6 +102,20 @@ void TstRigaComando::helpAndMistakes()
     const Esito due = Esegui({u"--lingua=eng"_s, u"a.html"_s, u"b.html"_s});
     QCOMPARE(due.stato, 2);
     QCOMPARE(due.errori, u"Only one page can be opened at a time.\n"_s);
+}
+
+void TstRigaComando::userSettings()
+{
+    QTemporaryDir casa;
+    QVERIFY(QDir(casa.path()).mkdir(u"velloro"_s));
+    Scrivi(casa.filePath(u"velloro/GlobalSetting.dat"_s), "Language = 1\n");
+    const QByteArray pagina = "<HTML><P foo=1>";
+    const QString inglese = Esegui({u"--lingua=eng"_s, u"--verifica"_s, u"-"_s}, pagina).uscita;
+    const QString italiano = Esegui({u"--lingua=ita"_s, u"--verifica"_s, u"-"_s}, pagina).uscita;
+    QCOMPARE(Esegui({u"--verifica"_s, u"-"_s}, pagina, casa.path()).uscita, inglese);
+    QCOMPARE(Esegui({u"--lingua=ita"_s, u"--verifica"_s, u"-"_s}, pagina, casa.path()).uscita, italiano);
+    QCOMPARE(Esegui({u"--verifica"_s, u"-"_s}, pagina).uscita, italiano);
+    QVERIFY(inglese != italiano && inglese.contains(u"'foo'"_s));
 }
 
 void TstRigaComando::checksFiles()

@@ -1,15 +1,7 @@
-#include "app/TabellaLingua.h"
 #include "dialogs/ModuloStampa.h"
-#include "dialogs/StampaTesto.h"
-#include "dialogs/TestoStampa.h"
-#include "html/SchemaColori.h"
-#include "platform/OpzioniStampante.h"
-#include "platform/RichTextBox.h"
 #include "platform/Spooler.h"
 
-#include <QPdfWriter>
 #include <QPrinter>
-#include <QProcess>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -85,6 +77,8 @@ public:
         return true;
     }
     [[nodiscard]] quint32 UltimoErrore() const override { return errore; }
+    void TrattieniLavori(bool) override {}
+    [[nodiscard]] QString RifiutoLavoro() const override { return {}; }
 
     int aperte = 0;
 
@@ -114,106 +108,22 @@ void EseguiCon(SpoolerFinto &spooler, const QString &stampante, int copie)
                      [&](const QString &testo) { spooler.chiamate << u'"' + testo + u'"'; }});
 }
 
-/// A page in the editing control, printed into a PDF file.
-struct Stampata {
-    RichTextBox pad;
-    QTemporaryDir cartella;
-    OpzioniPagine opzioni{u"pagina.html"_s, {}, false, false};
-    EsitoStampa esito = EsitoStampa::Fallita;
-
-    explicit Stampata(const QString &testo)
-    {
-        QFont carattere(u"Courier New"_s, 10);
-        carattere.setStyleHint(QFont::Monospace);
-        pad.setFont(carattere);
-        pad.ImpostaText(testo);
-    }
-    [[nodiscard]] QString File() const { return cartella.filePath(u"stampa.pdf"_s); }
-    void Stampa(
-        bool soloSelezione = false, const PassoStampa &passo = [](qsizetype, qsizetype) { return true; })
-    {
-        QPdfWriter pdf(File());
-        pdf.setPageLayout({QPageSize(QPageSize::A4), QPageLayout::Portrait, {15, 15, 15, 15}, QPageLayout::Millimeter});
-        esito = StampaTesto(TestoStampa::Da(pad, soloSelezione), pdf, opzioni, passo);
-    }
-    /// The pages as pdftotext reads them, trailing blanks cut.
-    [[nodiscard]] QStringList Pagine() const
-    {
-        QProcess lettore;
-        lettore.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, File(), u"-"_s});
-        if (!lettore.waitForFinished() || lettore.exitCode() != 0)
-            return {u"pdftotext: "_s + lettore.errorString() + QString::fromUtf8(lettore.readAllStandardError())};
-        QStringList pagine = QString::fromUtf8(lettore.readAllStandardOutput()).split(u'\f');
-        pagine.removeLast();
-        return pagine;
-    }
-    /// All that was printed but the footers, without any white space.
-    [[nodiscard]] QString Testo() const
-    {
-        static const QRegularExpression piede(u"pagina\\.html\\s+Pagina \\d+ di \\d+\\s*$"_s);
-        static const QRegularExpression bianco(u"\\s+"_s);
-        QString testo;
-        for (QString pagina : Pagine())
-            testo += pagina.remove(piede).remove(bianco);
-        return testo;
-    }
-    /// The first page as a picture.
-    [[nodiscard]] QImage Immagine() const
-    {
-        QProcess::execute(u"pdftoppm"_s,
-                          {u"-r"_s, u"100"_s, u"-png"_s, u"-singlefile"_s, File(), cartella.filePath(u"pagina"_s)});
-        return QImage(cartella.filePath(u"pagina.png"_s));
-    }
-};
-
-int Pixel(const QImage &immagine, const std::function<bool(QColor)> &cerca)
-{
-    int quanti = 0;
-    for (int y = 0; y < immagine.height(); ++y) {
-        for (int x = 0; x < immagine.width(); ++x)
-            quanti += cerca(immagine.pixelColor(x, y)) ? 1 : 0;
-    }
-    return quanti;
-}
-
-QString SenzaBianchi(QString testo)
-{
-    static const QRegularExpression bianco(u"\\s+"_s);
-    return testo.remove(bianco);
-}
-
 } // namespace
 
+// The order of the spooler's calls, the messages of each failure, and the dialog's settings as a record.
 class tst_stampa : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void ordine_data();
     void ordine();
     void guastoAlRipristino();
     void letturaNegata();
     void nomi_data();
     void nomi();
-    void record();
     void daDialogo();
-    void opzioni_data();
-    void opzioni();
-    void opzioniComeByte();
-    void testo_data();
-    void testo();
-    void pagine();
-    void selezione();
-    void aspetto();
-    void annullata();
 };
-
-void tst_stampa::initTestCase()
-{
-    QVERIFY(
-        ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano).Riuscito());
-}
 
 void tst_stampa::ordine_data()
 {
@@ -352,29 +262,6 @@ void tst_stampa::nomi()
     QCOMPARE(spooler.chiamate.count(u"apri "_s + scelta), 2);
 }
 
-void tst_stampa::record()
-{
-    DevMode record;
-    QVERIFY(record.Vuoto());
-    record.ImpostaNomeDispositivo(QByteArray(40, 'n'));
-    record.Imposta(DevMode::Orientamento, 2);
-    record.Imposta(DevMode::NumeroCopie, 0x0203);
-    record.Imposta(DevMode::FronteRetro, 3);
-    record.Imposta(DevMode::Qualita, -4);
-    record.ImpostaNomeCarta(QByteArray(40, 'c'));
-    const QByteArray byte = record.Byte();
-    QCOMPARE(byte.size(), 154);
-    QCOMPARE(byte.left(34), QByteArray(32, 'n') + QByteArray(2, '\0'));
-    QCOMPARE(byte.mid(40, 4), QByteArray::fromHex("01150100"));
-    QCOMPARE(byte.mid(44, 2), QByteArray::fromHex("0200"));
-    QCOMPARE(byte.mid(54, 6), QByteArray::fromHex("03020000fcff"));
-    QCOMPARE(byte.mid(62, 2), QByteArray::fromHex("0300"));
-    QCOMPARE(byte.mid(70, 33), QByteArray(31, 'c') + QByteArray(2, '\0'));
-    QCOMPARE(DevMode::DaByte(byte + "driver"), record);
-    QCOMPARE(DevMode::DaByte("abc").Byte().size(), 154);
-    QCOMPARE(DevMode::DaByte(QByteArray("ab\0cd", 5)).NomeDispositivo(), "ab");
-}
-
 void tst_stampa::daDialogo()
 {
     QPrinter dispositivo(QPrinter::HighResolution);
@@ -393,172 +280,17 @@ void tst_stampa::daDialogo()
     QCOMPARE(record.NomeCarta(), "A5");
     QCOMPARE(int(record.Valore(DevMode::Colore)), 1);
     QCOMPARE(int(record.Valore(DevMode::Qualita)), -4);
-}
 
-void tst_stampa::opzioni_data()
-{
-    using OpzioniStampante::Opzioni;
-    QTest::addColumn<Opzioni>("prima");
-    QTest::addColumn<Opzioni>("cambio"); // options of the record that is merged in
-    QTest::addColumn<Opzioni>("dopo");
-
-    const Opzioni due{{"sides", "two-sided-long-edge"}};
-    QTest::newRow("a setting is added") << Opzioni{} << due << due;
-    QTest::newRow("a setting that the record lacks goes") << due << Opzioni{} << Opzioni{};
-    QTest::newRow("what says the same stays as it is written")
-        << Opzioni{{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}}
-        << Opzioni{{"sides", "two-sided-long-edge"}, {"orientation-requested", "4"}, {"media", "A4"}}
-        << Opzioni{{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}};
-    QTest::newRow("no second name contradicts") << Opzioni{{"Duplex", "None"}, {"PageSize", "A5"}}
-                                                << Opzioni{{"sides", "two-sided-short-edge"}, {"media", "A4"}}
-                                                << Opzioni{{"sides", "two-sided-short-edge"}, {"media", "A4"}};
-    QTest::newRow("numbers") << Opzioni{{"copies", "2"}, {"print-quality", "5"}, {"Collate", "True"}}
-                             << Opzioni{{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}}
-                             << Opzioni{{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}};
-    QTest::newRow("colour") << Opzioni{{"print-color-mode", "auto"}} << Opzioni{{"print-color-mode", "monochrome"}}
-                            << Opzioni{{"print-color-mode", "monochrome"}};
-    QTest::newRow("an option of another kind stays")
-        << Opzioni{{"fit-to-page", "true"}} << due
-        << Opzioni{{"fit-to-page", "true"}, {"sides", "two-sided-long-edge"}};
-}
-
-void tst_stampa::opzioni()
-{
-    QFETCH(OpzioniStampante::Opzioni, prima);
-    QFETCH(OpzioniStampante::Opzioni, cambio);
-    QFETCH(OpzioniStampante::Opzioni, dopo);
-    const DevMode record = OpzioniStampante::InRecord("Laser", cambio);
-    QCOMPARE(record.NomeDispositivo(), "Laser");
-    QCOMPARE(OpzioniStampante::Unisci(prima, record), dopo);
-}
-
-void tst_stampa::opzioniComeByte()
-{
-    const OpzioniStampante::Opzioni opzioni{{"media", "A4"}, {"sides", ""}, {"copies", "3"}};
-    const QByteArray byte = OpzioniStampante::InByte(opzioni);
-    QCOMPARE(OpzioniStampante::DaByte(byte + QByteArray(100, 'x')), opzioni);
-    for (qsizetype taglio = 0; taglio < byte.size(); ++taglio)
-        QCOMPARE(OpzioniStampante::DaByte(byte.left(taglio)), OpzioniStampante::Opzioni());
-    QCOMPARE(OpzioniStampante::DaByte(QByteArray(64, '\xff')), OpzioniStampante::Opzioni());
-}
-
-void tst_stampa::testo_data()
-{
-    QTest::addColumn<QString>("testo");
-    QTest::addColumn<QString>("atteso"); // without white space; null: the text itself
-
-    QString lunga;
-    for (int i = 0; i < 3000; ++i)
-        lunga += u"%1,"_s.arg(i);
-    QTest::newRow("empty") << QString() << u""_s;
-    QTest::newRow("one line") << u"<P ALIGN=left>testo</P>"_s << QString();
-    QTest::newRow("all kinds of line ends") << u"a\r\nb\nc\rd\r\n\r\ne"_s << u"abcde"_s;
-    QTest::newRow("a line of 13,000 characters") << lunga << QString();
-    QTest::newRow("a line of many words") << u"parola "_s.repeated(2000) << QString();
-    QTest::newRow("a part ends at a line end") << QString(1024, u'x') + u"\r\ny"_s << QString();
-    QTest::newRow("tabs") << u"a\tb\t\tc"_s << u"abc"_s;
-    QTest::newRow("Chinese") << u"<p>网页编辑器 網頁編輯器</p>"_s << QString();
-    QTest::newRow("NUL and what else has no picture") << u"a"_s + QChar(0) + u"b\u2028c\uFFFCd"_s << QString();
-    QTest::newRow("accents and signs") << u"è perché « € »"_s << QString();
-}
-
-void tst_stampa::testo()
-{
-    QFETCH(QString, testo);
-    QFETCH(QString, atteso);
-    Stampata prova(testo);
-    prova.Stampa();
-    QCOMPARE(prova.esito, EsitoStampa::Fatta);
-    if (testo.contains(QChar(0))) {
-        // Which sign stands for them is the font's affair; the letters around them are all there.
-        const QString letto = prova.Testo();
-        for (const QChar lettera : {u'a', u'b', u'c', u'd'})
-            QCOMPARE(letto.count(lettera), 1);
-        return;
-    }
-    QCOMPARE(prova.Testo(), atteso.isNull() ? SenzaBianchi(testo) : atteso);
-}
-
-void tst_stampa::pagine()
-{
-    QString testo;
-    for (int i = 1; i <= 500; ++i)
-        testo += u"riga%1\r\n"_s.arg(i);
-    Stampata prova(testo);
-    prova.Stampa();
-    const QStringList pagine = prova.Pagine();
-    QVERIFY(pagine.size() > 5 && pagine.size() < 15);
-    for (qsizetype i = 0; i < pagine.size(); ++i)
-        QVERIFY2(pagine.at(i).contains(u"Pagina %1 di %2"_s.arg(i + 1).arg(pagine.size())), qPrintable(pagine.at(i)));
-    QCOMPARE(prova.Testo(), SenzaBianchi(testo));
-
-    prova.opzioni.pagine = QPageRanges::fromString(u"2,4-5"_s);
-    prova.Stampa();
-    QCOMPARE(prova.Pagine(), (QStringList{pagine.at(1), pagine.at(3), pagine.at(4)}));
-
-    prova.opzioni.inverse = true;
-    prova.Stampa();
-    QCOMPARE(prova.Pagine(), (QStringList{pagine.at(4), pagine.at(3), pagine.at(1)}));
-
-    // Lines that a layout has to measure break at the same places as those that are only counted.
-    prova.opzioni = {u"pagina.html"_s, {}, false, false};
-    prova.pad.ImpostaText(QString(testo).replace(u"riga"_s, u"rig\u00e0"_s));
-    prova.Stampa();
-    QCOMPARE(prova.Pagine().size(), pagine.size());
-}
-
-void tst_stampa::selezione()
-{
-    Stampata prova(u"prima\r\nscelta\r\ndopo"_s);
-    prova.pad.Colora(7, 6, SchemaColori::Valore);
-    prova.pad.Seleziona(7, 6);
-    const TestoStampa scelta = TestoStampa::Da(prova.pad, true);
-    QCOMPARE(scelta.testo, u"scelta"_s);
-    QCOMPARE(scelta.tratti.size(), size_t(1));
-    QCOMPARE(scelta.tratti.front().aspetto.colore, SchemaColori::Valore);
-    prova.Stampa(true);
-    QCOMPARE(prova.Testo(), u"scelta"_s);
-    prova.Stampa(false);
-    QCOMPARE(prova.Testo(), u"primasceltadopo"_s);
-}
-
-void tst_stampa::aspetto()
-{
-    const auto rosso = [](QColor c) { return c.red() > 200 && c.green() < 90 && c.blue() < 40; };
-    const auto arancio = [](QColor c) { return c.red() > 220 && c.green() > 80 && c.green() < 170 && c.blue() < 140; };
-    const auto colorato = [](QColor c) { return c.saturation() > 60; };
-    Stampata prova(QString(40, u'M') + u"\r\n"_s + QString(40, u'M'));
-    prova.Stampa();
-    QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
-    prova.pad.Colora(0, 40, SchemaColori::Valore);
-    prova.Stampa();
-    QVERIFY(Pixel(prova.Immagine(), rosso) > 300);
-    prova.pad.Colora(0, 40, SchemaColori::Testo);
-    prova.pad.Sottolinea(42, 40, true);
-    prova.Stampa();
-    QVERIFY(Pixel(prova.Immagine(), arancio) > 100);
-    prova.opzioni.grigi = true;
-    prova.Stampa();
-    QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
-}
-
-void tst_stampa::annullata()
-{
-    Stampata prova(u"riga\r\n"_s.repeated(2000));
-    int passi = 0;
-    prova.Stampa(false, [&passi](qsizetype, qsizetype) { return ++passi < 3; });
-    QCOMPARE(prova.esito, EsitoStampa::Annullata);
-    QCOMPARE(passi, 3);
-
-    qsizetype ultimo = 0;
-    bool cresce = true;
-    prova.Stampa(false, [&](qsizetype fatto, qsizetype massimo) {
-        cresce = cresce && fatto >= ultimo && fatto <= massimo;
-        ultimo = fatto;
-        return true;
-    });
-    QCOMPARE(prova.esito, EsitoStampa::Fatta);
-    QVERIFY(cresce && ultimo > 0);
+    // The stored settings stand in the dialog when it opens; what they do not tell of stays.
+    QPrinter altro(QPrinter::HighResolution);
+    altro.setOutputFormat(QPrinter::PdfFormat);
+    Prepara(altro, record);
+    QCOMPARE(altro.copyCount(), 3);
+    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
+    QCOMPARE(altro.colorMode(), QPrinter::GrayScale);
+    Prepara(altro, DevMode());
+    QCOMPARE(altro.copyCount(), 3);
+    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
 }
 
 QTEST_MAIN(tst_stampa)

@@ -20,6 +20,8 @@ private slots:
     void languageLine_data();
     void languageLine();
     void loadsTheFileOfTheSetting();
+    void userSettings_data();
+    void userSettings();
     void fileBytes_data();
     void fileBytes();
     void missingFiles();
@@ -129,6 +131,39 @@ void TstTabellaLingua::loadsTheFileOfTheSetting()
     QCOMPARE(CaricaLingua(cartella.path(), LinguaCineseTrad).errore, QString());
     QCOMPARE(Messaggio(1), u"Editor_Ch2.dat"_s);
     QCOMPARE(NomeLocale(LinguaCaricata()), u"zh_TW"_s);
+}
+
+void TstTabellaLingua::userSettings_data()
+{
+    QTest::addColumn<QByteArray>("contenuto");
+    QTest::addColumn<quint8>("codice");
+    QTest::newRow("language of the user wins") << "Language = 8"_ba << LinguaCineseTrad;
+    QTest::newRow("Italian is a choice too") << "Language = 0"_ba << LinguaItaliano;
+    QTest::newRow("empty file") << ""_ba << LinguaCinese;
+    QTest::newRow("sets no language") << "# Language = 8\nFont = 8\n"_ba << LinguaCinese;
+    QTest::newRow("no text at all") << QByteArray("\xFF\0\x80", 3) << LinguaCinese;
+}
+
+void TstTabellaLingua::userSettings()
+{
+    QFETCH(const QByteArray, contenuto);
+    QFETCH(const quint8, codice);
+    QTemporaryDir cartella;
+    for (const quint8 lingua : {LinguaItaliano, LinguaInglese, LinguaCinese, LinguaCineseTrad})
+        scrivi(cartella, FileLingua(lingua), "0001=testo\n");
+    scrivi(cartella, u"GlobalSetting.dat"_s, "Language = 5");
+    scrivi(cartella, u"utente.dat"_s, contenuto);
+    const QString utente = cartella.filePath(u"utente.dat"_s);
+    QCOMPARE(CaricaImpostazioni(cartella.path(), utente).errore, QString());
+    QCOMPARE(LinguaCaricata(), codice);
+    // A folder, or nothing at all, in its place.
+    QCOMPARE(CaricaImpostazioni(cartella.path(), cartella.path()).errore, QString());
+    QCOMPARE(LinguaCaricata(), LinguaCinese);
+    QCOMPARE(CaricaImpostazioni(cartella.path(), utente + u'x').errore, QString());
+    QCOMPARE(LinguaCaricata(), LinguaCinese);
+    // The user's file does not stand in for the program's own.
+    QVERIFY(QFile::remove(cartella.filePath(u"GlobalSetting.dat"_s)));
+    QCOMPARE(CaricaImpostazioni(cartella.path(), utente).errore, u"File GlobalSetting.dat missing."_s);
 }
 
 void TstTabellaLingua::fileBytes_data()

@@ -279,6 +279,20 @@ void TstTrova::replaceAllKeepsLooksAndIsOneStep()
     QVERIFY(undo.AnnullaComando());
     QCOMPARE(banco.pad.Text(), u"!ab ab\r\nab x"_s);
     QCOMPARE(colori(), u"0 "_s + prima);
+    // One place likewise, whatever is typed right before and after it.
+    banco.pad.Seleziona(6, 1);
+    QTest::keyClicks(&banco.pad, u"?"_s);
+    banco.pad.Seleziona(10, 1);
+    banco.trova.SostituisciStringa({}, u"zzz"_s, false);
+    QCOMPARE(banco.Selezione(), u"13+0"_s);
+    QTest::keyClicks(&banco.pad, u"-"_s);
+    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz- x"_s);
+    QCOMPARE(banco.pad.AspettoIn(12).colore, 0xFFu);
+    QVERIFY(undo.AnnullaComando());
+    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz x"_s);
+    QVERIFY(undo.AnnullaComando());
+    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nab x"_s);
+    QVERIFY(undo.AnnullaComando());
     QVERIFY(undo.AnnullaComando());
     QCOMPARE(banco.pad.Text(), u"ab ab\r\nab x"_s);
     QVERIFY(!undo.CanUndo());

@@ -30,15 +30,21 @@ RichiestaMotore::Tipo TipoDi(QWebEngineUrlRequestInfo::ResourceType tipo)
 
 } // namespace
 
-Intercettatore::Intercettatore(OspiteMotore &ospite, QObject *parent)
-    : QWebEngineUrlRequestInterceptor(parent), m_ospite(ospite)
+Intercettatore::Intercettatore(OspiteMotore &ospite, SchemaPagina &schema, QObject *parent)
+    : QWebEngineUrlRequestInterceptor(parent), m_ospite(ospite), m_schema(schema)
 {
 }
 
 void Intercettatore::interceptRequest(QWebEngineUrlRequestInfo &richiesta)
 {
     const QString origine = richiesta.initiator().scheme();
-    if (!m_ospite.Concede({SchemaPagina::AFile(richiesta.requestUrl()), TipoDi(richiesta.resourceType()),
-                           origine == u"http" || origine == u"https"}))
+    const RichiestaMotore::Tipo tipo = TipoDi(richiesta.resourceType());
+    const QUrl indirizzo = richiesta.requestUrl();
+    const bool pagina = tipo == RichiestaMotore::Tipo::Cornice || tipo == RichiestaMotore::Tipo::Pagina;
+    const bool concessa =
+        m_ospite.Concede({SchemaPagina::AFile(indirizzo), tipo, origine == u"http" || origine == u"https"});
+    if (!concessa || (indirizzo.isLocalFile() && !pagina && !m_schema.Lascia(indirizzo)))
         richiesta.block(true);
+    else if (const QUrl sua = SchemaPagina::OrigineSua(indirizzo); pagina && !sua.isEmpty())
+        richiesta.redirect(sua);
 }

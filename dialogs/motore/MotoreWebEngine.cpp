@@ -5,6 +5,8 @@
 #include "SchemaPagina.h"
 
 #include <QChildEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineNotification>
 #include <QWebEngineProfile>
@@ -13,6 +15,19 @@
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+bool InUtf8(const QString &percorso)
+{
+    QFile file(percorso);
+    if (!QFileInfo(percorso).isFile() || !file.open(QIODevice::ReadOnly))
+        return true;
+    return QByteArrayView(file.readAll()).isValidUtf8();
+}
+
+} // namespace
 
 MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
     : m_ospite(ospite), m_contenitore(contenitore)
@@ -42,8 +57,8 @@ void MotoreWebEngine::CreaProfilo()
     m_profilo = new QWebEngineProfile(this); // without a name: off the record
     m_profilo->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
     m_profilo->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-    m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, m_profilo));
     m_schema = new SchemaPagina(m_profilo);
+    m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, *m_schema, m_profilo));
     m_profilo->installUrlSchemeHandler(SchemaPagina::Nome(), m_schema);
     m_profilo->setNotificationPresenter([](auto) {});
     connect(m_profilo, &QWebEngineProfile::downloadRequested, this,
@@ -91,6 +106,8 @@ void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto)
     if (m_pagina->Irrequieta())
         CreaPagina();
     m_schema->Imposta(percorso, posto);
+    // A page that declares no encoding is shown in the one that it is read and saved in.
+    m_profilo->settings()->setDefaultTextEncoding(InUtf8(percorso) ? u"UTF-8"_s : u"windows-1252"_s);
     m_pagina->Mostra(SchemaPagina::DaPercorso(posto));
 }
 

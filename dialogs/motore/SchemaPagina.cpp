@@ -2,8 +2,11 @@
 
 #include <QBuffer>
 #include <QByteArrayMatcher>
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringList>
+#include <QUuid>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
 
@@ -12,34 +15,59 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr auto Casa = "pagina"_L1; // a host makes relative addresses work as on the web
+constexpr auto Iniziale = u'p'; // a host makes relative addresses work as on the web, and may not look like a number
+
+/// Follows, from place to place of a page, whether it stands between "<" and ">".
+class NelTag
+{
+public:
+    explicit NelTag(const QByteArray &pagina) : m_pagina(pagina) {}
+
+    bool A(qsizetype posto)
+    {
+        for (; m_fin < posto; ++m_fin) {
+            if (const char segno = m_pagina[m_fin]; segno == '<' || segno == '>')
+                m_dentro = segno == '<';
+        }
+        return m_dentro;
+    }
+
+private:
+    const QByteArray &m_pagina;
+    qsizetype m_fin = 0;
+    bool m_dentro = false;
+};
 
 /// True when at \a i of the page there begins the value of an attribute or an address of a style.
-bool IniziaIndirizzo(const QByteArray &pagina, qsizetype i)
+bool IniziaIndirizzo(const QByteArray &pagina, qsizetype i, NelTag &nelTag)
 {
     const auto prima = [&] {
         while (i > 0 && (pagina[i - 1] == ' ' || pagina[i - 1] == '\t'))
             --i;
         return i > 0 ? pagina[i - 1] : '\0';
     };
+    const qsizetype posto = i;
     char segno = prima();
     if (segno == '"' || segno == '\'') {
         --i;
         segno = prima();
     }
-    return segno == '=' || segno == '(';
+    if (segno == '=')
+        return nelTag.A(posto);
+    return segno == '(' && i > 3 && qstrnicmp(pagina.constData() + i - 4, "url", 3) == 0;
 }
 
 /// The page with "/" for "file:///" where an address begins: what it names by its full path is then asked for in this
-/// scheme. The engine shows file addresses to no page of a foreign scheme.
+/// scheme, where its scripts are kept from reading it.
 QByteArray ConIndirizziLocali(const QByteArray &pagina)
 {
     static const QByteArrayMatcher resto("ile:///");
     constexpr qsizetype Lunghezza = 8; // with the "f"
+    NelTag nelTag(pagina);
     QByteArray nuova;
     qsizetype copiati = 0;
     for (qsizetype i = resto.indexIn(pagina); i > 0; i = resto.indexIn(pagina, i + 1)) {
-        if ((pagina[i - 1] | 0x20) != 'f' || !IniziaIndirizzo(pagina, i - 1))
+        if ((pagina[i - 1] | 0x20) != 'f' || !IniziaIndirizzo(pagina, i - 1, nelTag))
             continue;
         nuova.append(pagina.constData() + copiati, i - 1 - copiati);
         nuova.append('/');
@@ -48,6 +76,24 @@ QByteArray ConIndirizziLocali(const QByteArray &pagina)
     if (copiati == 0)
         return pagina;
     return nuova.append(pagina.constData() + copiati, pagina.size() - copiati);
+}
+
+bool HaEstensione(const QString &percorso, const QStringList &estensioni)
+{
+    return estensioni.contains(QFileInfo(percorso).suffix().toLower());
+}
+
+/// What is answered here when a page asks for it with the right to read it: modules and fonts are asked for no other
+/// way.
+bool Leggibile(const QString &percorso)
+{
+    return HaEstensione(percorso, {u"js"_s, u"mjs"_s, u"woff2"_s, u"woff"_s, u"ttf"_s, u"otf"_s, u"ttc"_s});
+}
+
+/// Each file is an origin of its own, so that a page cannot read the pages in its frames.
+QString CasaDi(const QString &percorso)
+{
+    return Iniziale + QString::fromLatin1(QCryptographicHash::hash(percorso.toUtf8(), QCryptographicHash::Md5).toHex());
 }
 
 } // namespace
@@ -62,8 +108,8 @@ void SchemaPagina::Registra()
 {
     QWebEngineUrlScheme schema(Nome());
     schema.setSyntax(QWebEngineUrlScheme::Syntax::Host);
-    // Not a local scheme: the engine would keep such files from pages whose origin is nobody's.
-    schema.setFlags(QWebEngineUrlScheme::NoAccessAllowed);
+    // No flag opens these files to scripts; that file addresses may be shown is limited by each request's kind.
+    schema.setFlags(QWebEngineUrlScheme::LocalAccessAllowed);
     QWebEngineUrlScheme::registerScheme(schema);
 }
 
@@ -71,18 +117,29 @@ QUrl SchemaPagina::DaPercorso(const QString &percorso)
 {
     QUrl indirizzo = QUrl::fromLocalFile(percorso);
     indirizzo.setScheme(QString::fromLatin1(Nome()));
-    indirizzo.setHost(Casa);
+    indirizzo.setHost(CasaDi(percorso));
     return indirizzo;
 }
 
 QUrl SchemaPagina::AFile(const QUrl &indirizzo)
 {
-    if (indirizzo.scheme() != QLatin1StringView(Nome()) || indirizzo.host() != Casa)
+    if (indirizzo.scheme() != QLatin1StringView(Nome()))
         return indirizzo;
     QUrl locale = indirizzo;
     locale.setHost({});
     locale.setScheme(u"file"_s);
     return locale;
+}
+
+QUrl SchemaPagina::OrigineSua(const QUrl &indirizzo)
+{
+    const QUrl locale = AFile(indirizzo);
+    if (!locale.isLocalFile())
+        return {};
+    QUrl suo = locale;
+    suo.setScheme(QString::fromLatin1(Nome()));
+    suo.setHost(CasaDi(locale.toLocalFile()));
+    return suo == indirizzo ? QUrl() : suo;
 }
 
 void SchemaPagina::Imposta(const QString &percorso, const QString &posto)
@@ -94,25 +151,53 @@ void SchemaPagina::Imposta(const QString &percorso, const QString &posto)
 void SchemaPagina::requestStarted(QWebEngineUrlRequestJob *richiesta)
 {
     const QString chiesto = AFile(richiesta->requestUrl()).toLocalFile();
-    const bool pagina = chiesto == m_posto;
-    const QFileInfo info(pagina ? m_percorso : chiesto);
+    const auto intestazioni = richiesta->requestHeaders();
+    const QByteArray origine = intestazioni.value(QByteArrayLiteral("Origin"));
+    const bool pagina = intestazioni.value(QByteArrayLiteral("Accept")).startsWith("text/html") && origine.isEmpty();
+    const QFileInfo info(chiesto == m_posto ? m_percorso : chiesto);
     // Anything but a file, a pipe for one, could keep the engine waiting for good.
     if (!info.isFile()) {
         richiesta->fail(QWebEngineUrlRequestJob::UrlNotFound);
         return;
     }
-    QFile *file = nullptr;
-    if (info.size() > 0) { // files of the system may say 0 and then keep a reader waiting
-        file = new QFile(info.filePath(), richiesta);
-        if (!file->open(QIODevice::ReadOnly)) {
-            richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
-            return;
-        }
+    const bool stile = origine.isEmpty() && HaEstensione(chiesto, {u"css"_s});
+    if (pagina || stile || (origine.startsWith(Nome()) && Leggibile(chiesto)))
+        Rispondi(richiesta, info);
+    else if (origine.isEmpty())
+        richiesta->redirect(Lasciapassare(chiesto));
+    else
+        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+}
+
+QUrl SchemaPagina::Lasciapassare(const QString &percorso)
+{
+    constexpr qsizetype massimo = 10000; // of requests given up before they were sent on
+    if (m_lasciapassare.size() >= massimo)
+        m_lasciapassare.clear();
+    const QString parola = QUuid::createUuid().toString(QUuid::Id128);
+    m_lasciapassare.insert(parola);
+    QUrl indirizzo = QUrl::fromLocalFile(percorso);
+    indirizzo.setQuery(parola);
+    return indirizzo;
+}
+
+bool SchemaPagina::Lascia(const QUrl &indirizzo)
+{
+    return m_lasciapassare.remove(indirizzo.query());
+}
+
+void SchemaPagina::Rispondi(QWebEngineUrlRequestJob *richiesta, const QFileInfo &info)
+{
+    auto *file = new QFile(info.filePath(), richiesta);
+    if (!file->open(QIODevice::ReadOnly)) {
+        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+        return;
     }
+    const bool pagina = info.filePath() == m_percorso;
     QIODevice *byte = file;
-    if (pagina || !file) {
+    if (pagina || info.size() == 0) { // files of the system may say 0 and then keep a reader waiting
         auto *copia = new QBuffer(richiesta);
-        copia->setData(file ? ConIndirizziLocali(file->readAll()) : QByteArray());
+        copia->setData(info.size() == 0 ? QByteArray() : ConIndirizziLocali(file->readAll()));
         copia->open(QIODevice::ReadOnly);
         byte = copia;
     }

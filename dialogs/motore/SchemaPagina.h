@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QMimeDatabase>
+#include <QSet>
 #include <QString>
 #include <QUrl>
 #include <QWebEngineUrlSchemeHandler>
 
-/// The addresses under which the engine sees local files. Unlike file addresses they let a page load what it names
-/// without letting its scripts read it: every page and file of this scheme is a stranger to every other. And the page
-/// can lie at its own place while its bytes come from the temporary file.
+class QFileInfo;
+
+/// The addresses under which the engine sees local files: so the page can lie at its own place while its bytes come
+/// from the temporary file, and every page is a stranger to every other. What the engine gets from a scheme like this
+/// one it lets every script read, down to the pixels of a picture. So pictures, media and scripts are sent on to their
+/// file addresses, where the engine keeps their bytes to itself; only this class can send them there. Pages, style
+/// sheets, fonts and modules are answered here: of them a script can read the rules of a style sheet, and no more.
 class SchemaPagina : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT
@@ -23,12 +28,24 @@ public:
     [[nodiscard]] static QUrl DaPercorso(const QString &percorso);
     [[nodiscard]] static QUrl AFile(const QUrl &indirizzo);
 
+    /// The address at which a local page in a frame has its own origin; empty when \a indirizzo is that already, or no
+    /// local file.
+    [[nodiscard]] static QUrl OrigineSua(const QUrl &indirizzo);
+
+    /// True when this class sent a request on to that file address; true only once.
+    [[nodiscard]] bool Lascia(const QUrl &indirizzo);
+
     /// From now on \a posto is answered with the bytes of \a percorso.
     void Imposta(const QString &percorso, const QString &posto);
 
     void requestStarted(QWebEngineUrlRequestJob *richiesta) override;
 
 private:
+    void Rispondi(QWebEngineUrlRequestJob *richiesta, const QFileInfo &info);
+
+    QUrl Lasciapassare(const QString &percorso);
+
+    QSet<QString> m_lasciapassare;
     QMimeDatabase m_tipi;
     QString m_percorso;
     QString m_posto;

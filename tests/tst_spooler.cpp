@@ -1,0 +1,468 @@
+#include "app/TabellaLingua.h"
+#include "chrome/ClsProgressBar.h"
+#include "chrome/FrmProgressBar.h"
+#include "dialogs/ModuloStampa.h"
+#include "dialogs/StampaPagina.h"
+#include "platform/RichTextBox.h"
+#include "platform/SpoolerCups.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPrinter>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <csignal>
+#include <optional>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace ModuloStampa;
+
+namespace
+{
+
+const QByteArray Configurazione = R"(LogLevel warn
+Listen %/s
+Browsing Off
+DefaultAuthType None
+WebInterface No
+<Location />
+  Order allow,deny
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order allow,deny
+    Allow all
+  </Limit>
+</Policy>
+)";
+
+const QByteArray ConfigurazioneFile = R"(FileDevice Yes
+ServerRoot %/r
+RequestRoot %/q
+CacheDir %/c
+StateDir %/t
+TempDir %/q/tmp
+ErrorLog %/errori
+AccessLog %/accessi
+PageLog %/pagine
+Printcap
+User lp
+Group lp
+SystemGroup root
+)";
+
+/// A printing service of one's own in a temporary folder, with the home folder of its only user.
+class Servizio
+{
+public:
+    bool Avvia()
+    {
+        for (const QString &nome : {u"r"_s, u"q"_s, u"c"_s, u"t"_s, u"q/tmp"_s, u"casa/.cups"_s})
+            QDir().mkpath(Percorso(nome));
+        Scrivi(u"r/cupsd.conf"_s, Configurazione);
+        Scrivi(u"r/cups-files.conf"_s, ConfigurazioneFile);
+        qputenv("CUPS_SERVER", Percorso(u"s"_s).toUtf8());
+        qputenv("HOME", Percorso(u"casa"_s).toUtf8());
+        QStringList cartelle = qEnvironmentVariable("PATH").split(u':');
+        cartelle << u"/usr/sbin"_s << u"/sbin"_s;
+        m_lpadmin = QStandardPaths::findExecutable(u"lpadmin"_s, cartelle);
+        m_processo.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_processo.start(QStandardPaths::findExecutable(u"cupsd"_s, cartelle),
+                         {u"-f"_s, u"-c"_s, Percorso(u"r/cupsd.conf"_s), u"-s"_s, Percorso(u"r/cups-files.conf"_s)});
+        return m_processo.waitForStarted() && QTest::qWaitFor([this] { return QFile::exists(Percorso(u"s"_s)); });
+    }
+    ~Servizio()
+    {
+        m_processo.terminate();
+        m_processo.waitForFinished();
+    }
+    bool Aggiungi(const QString &nome, const QStringList &altro = {}) const
+    {
+        return QProcess::execute(m_lpadmin,
+                                 QStringList{u"-p"_s, nome, u"-E"_s, u"-v"_s, u"file:/dev/null"_s} + altro) == 0;
+    }
+    [[nodiscard]] QString Percorso(const QString &nome) const { return m_cartella.filePath(nome); }
+    /// The user's options, one printer a line, its words in order.
+    [[nodiscard]] QStringList Opzioni() const
+    {
+        QFile file(Percorso(u"casa/.cups/lpoptions"_s));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        QStringList righe;
+        for (const QString &riga : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+            QStringList parole = riga.split(u' ', Qt::SkipEmptyParts);
+            std::sort(parole.begin() + 2, parole.end());
+            righe << parole.join(u' ');
+        }
+        righe.sort();
+        return righe;
+    }
+    void ImpostaOpzioni(const QByteArray &testo) const { Scrivi(u"casa/.cups/lpoptions"_s, testo); }
+    /// How many jobs a printer has got so far.
+    [[nodiscard]] static qsizetype Lavori(const QString &stampante)
+    {
+        QProcess elenco;
+        elenco.start(u"lpstat"_s, {u"-W"_s, u"all"_s, u"-o"_s, stampante});
+        return elenco.waitForFinished() ? elenco.readAllStandardOutput().count('\n') : -1;
+    }
+
+private:
+    void Scrivi(const QString &nome, QByteArray testo) const
+    {
+        QFile file(Percorso(nome));
+        if (!file.open(QIODevice::WriteOnly) || file.write(testo.replace('%', m_cartella.path().toUtf8())) < 0)
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+    }
+    QTemporaryDir m_cartella{u"/tmp/vs-XXXXXX"_s}; // the name of a socket is short
+    QProcess m_processo;
+    QString m_lpadmin;
+};
+
+/// A socket that takes connections and never says a word.
+class Muto
+{
+public:
+    explicit Muto(const QString &percorso) : m_presa(socket(AF_UNIX, SOCK_STREAM, 0))
+    {
+        sockaddr_un indirizzo{};
+        indirizzo.sun_family = AF_UNIX;
+        qstrncpy(indirizzo.sun_path, qPrintable(percorso), sizeof(indirizzo.sun_path));
+        m_ascolta = bind(m_presa, reinterpret_cast<const sockaddr *>(&indirizzo), sizeof(indirizzo)) == 0 &&
+                    listen(m_presa, 5) == 0;
+    }
+    ~Muto() { close(m_presa); }
+    Q_DISABLE_COPY_MOVE(Muto)
+    [[nodiscard]] bool Ascolta() const { return m_ascolta; }
+
+private:
+    int m_presa;
+    bool m_ascolta = false;
+};
+
+SceltaStampa Scelta(const QString &stampante, int copie)
+{
+    SceltaStampa scelta;
+    scelta.stampante = stampante;
+    scelta.impostazioni.ImpostaNomeDispositivo(stampante.toUtf8());
+    scelta.impostazioni.Imposta(DevMode::NumeroCopie, copie);
+    scelta.impostazioni.Imposta(DevMode::FronteRetro, 2);
+    scelta.impostazioni.ImpostaNomeCarta("A5");
+    return scelta;
+}
+
+/// Answers every message box while it lives, and gives up every print when asked to.
+class Risposte
+{
+public:
+    explicit Risposte(bool rinuncia = false)
+    {
+        QObject::connect(&m_attesa, &QTimer::timeout, &m_attesa, [this, rinuncia] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                testi += box->text() + u'|' + box->informativeText();
+                box->accept();
+            }
+            for (QWidget *finestra : QApplication::topLevelWidgets()) {
+                auto *avanzamento = qobject_cast<FrmProgressBar *>(finestra);
+                // The second half of the work paints; before it there is no job that could reach the printer.
+                if (rinuncia && avanzamento && finestra->isVisible() &&
+                    avanzamento->Barra().Value() > avanzamento->Barra().Max() / 2)
+                    QTest::keyClick(finestra, Qt::Key_Escape);
+            }
+        });
+        m_attesa.start(0);
+    }
+    QStringList testi;
+
+private:
+    QTimer m_attesa;
+};
+
+} // namespace
+
+// The spooler over a real CUPS, and a page printed through it.
+class tst_spooler : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void ripristino_data();
+    void ripristino();
+    void stampaFallita();
+    void predefinitaDelServizio();
+    void nonAperte_data();
+    void nonAperte();
+    void casaDiSolaLettura();
+    void servizioMuto_data();
+    void servizioMuto();
+    void lavori_data();
+    void lavori();
+    void rinuncia();
+    void pdf_data();
+    void pdf();
+
+private:
+    Servizio m_servizio;
+};
+
+void tst_spooler::initTestCase()
+{
+    QVERIFY(
+        ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano).Riuscito());
+    QVERIFY(m_servizio.Avvia());
+    QVERIFY(m_servizio.Aggiungi(u"Altra"_s));
+    QVERIFY(m_servizio.Aggiungi(u"Laser"_s));
+    QVERIFY(m_servizio.Aggiungi(u"Vietata"_s, {u"-u"_s, u"allow:nessuno"_s}));
+}
+
+void tst_spooler::ripristino_data()
+{
+    QTest::addColumn<QString>("stampante");
+    QTest::addColumn<QByteArray>("prima");
+    QTest::addColumn<QString>("durante"); // the printer's line while the page prints
+
+    const QString nuove = u" copies=5 media=A5 sides=two-sided-long-edge"_s;
+    QTest::newRow("nothing stored") << u"Laser"_s << QByteArray() << u"Dest Laser"_s + nuove;
+    QTest::newRow("what a record cannot tell of stays")
+        << u"Laser"_s << "Dest Laser copies=2 fit-to-page=true media=A4\n"_ba
+        << u"Dest Laser copies=5 fit-to-page=true media=A5 sides=two-sided-long-edge"_s;
+    QTest::newRow("options by their other names")
+        << u"Laser"_s << "Dest Laser Duplex=DuplexTumble PageSize=A4\n"_ba << u"Dest Laser"_s + nuove;
+    QTest::newRow("the user's default printer")
+        << u"Laser"_s << "Default Altra copies=3\nDest Laser copies=2\n"_ba << u"Dest Laser"_s + nuove;
+    QTest::newRow("the default printer itself")
+        << u"Laser"_s << "Default Laser copies=2\n"_ba << u"Default Laser"_s + nuove;
+    QTest::newRow("an instance") << u"Laser/bozza"_s << "Dest Laser copies=2\nDest Laser/bozza print-quality=3\n"_ba
+                                 << u"Dest Laser/bozza"_s + nuove;
+    QTest::newRow("a paper whose name is longer than the record's")
+        << u"Laser"_s << "Dest Laser media=na_index-4x6_4x6in,photographic-glossy,tray-1\n"_ba
+        << u"Dest Laser"_s + nuove;
+}
+
+void tst_spooler::ripristino()
+{
+    QFETCH(QString, stampante);
+    QFETCH(QByteArray, prima);
+    QFETCH(QString, durante);
+    m_servizio.ImpostaOpzioni(prima);
+    const QStringList opzioni = m_servizio.Opzioni();
+    QStringList messaggi;
+    QStringList conStampa;
+    SpoolerCups spooler;
+    Esegui(spooler, {[&](const ImpostazioniSalvate &salvate) {
+                         messaggi += salvate.nomi.contains(stampante) ? QString() : u"not listed"_s;
+                         return Scelta(stampante, 5);
+                     },
+                     [&](const SceltaStampa &) { conStampa = m_servizio.Opzioni(); },
+                     [&](const QString &testo) { messaggi += testo; }});
+    QCOMPARE(messaggi, QStringList{QString()});
+    QVERIFY2(conStampa.contains(durante), qPrintable(conStampa.join(u'\n')));
+    QCOMPARE(m_servizio.Opzioni(), opzioni);
+}
+
+void tst_spooler::stampaFallita()
+{
+    m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
+    SpoolerCups spooler;
+    bool saltata = false;
+    try {
+        Esegui(spooler, {[](const ImpostazioniSalvate &) { return Scelta(u"Laser"_s, 5); },
+                         [](const SceltaStampa &) { throw std::bad_alloc(); }, [](const QString &) {}});
+    } catch (const std::bad_alloc &) {
+        saltata = true;
+    }
+    QVERIFY(saltata);
+    QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=2"_s});
+}
+
+void tst_spooler::predefinitaDelServizio()
+{
+    // The server's default printer does not become the user's own by printing.
+    QCOMPARE(QProcess::execute(u"/usr/sbin/lpadmin"_s, {u"-d"_s, u"Altra"_s}), 0);
+    m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
+    SpoolerCups spooler;
+    ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni, [](const QString &) {});
+    QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=4 media=A5 sides=two-sided-long-edge"_s});
+}
+
+void tst_spooler::nonAperte_data()
+{
+    QTest::addColumn<QString>("stampante");
+    QTest::addColumn<QString>("messaggio");
+    const QString manca = u"Cannot open the printer specified (make sure the printer name is correct)."_s;
+    QTest::newRow("unknown") << u"Nessuna"_s << manca;
+    QTest::newRow("no name is not the default printer") << QString() << manca;
+}
+
+void tst_spooler::nonAperte()
+{
+    QFETCH(QString, stampante);
+    QFETCH(QString, messaggio);
+    QStringList messaggi;
+    SpoolerCups spooler;
+    QVERIFY(LeggiImpostazioni(spooler, stampante).Vuoto());
+    ScriviImpostazioni(spooler, stampante, Scelta(stampante, 4).impostazioni,
+                       [&](const QString &testo) { messaggi += testo; });
+    QCOMPARE(messaggi, QStringList{messaggio});
+}
+
+void tst_spooler::casaDiSolaLettura()
+{
+    const QByteArray casa = qgetenv("HOME");
+    const auto torna = qScopeGuard([&] { qputenv("HOME", casa); });
+    qputenv("HOME", "/proc/self");
+    QStringList messaggi;
+    SpoolerCups spooler;
+    QVERIFY(!LeggiImpostazioni(spooler, u"Laser"_s).Vuoto());
+    ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni,
+                       [&](const QString &testo) { messaggi += testo; });
+    QCOMPARE(messaggi, QStringList{u"Access denied -- See the article for more info."_s});
+}
+
+void tst_spooler::servizioMuto_data()
+{
+    QTest::addColumn<bool>("risponde");
+    QTest::newRow("no service") << false;
+    QTest::newRow("one that takes the connection and never answers") << true;
+}
+
+void tst_spooler::servizioMuto()
+{
+    QFETCH(bool, risponde);
+    const QByteArray vero = qgetenv("CUPS_SERVER");
+    const auto torna = qScopeGuard([&] { qputenv("CUPS_SERVER", vero); });
+    std::optional<Muto> muto;
+    if (risponde)
+        QVERIFY(muto.emplace(m_servizio.Percorso(u"muto"_s)).Ascolta());
+    qputenv("CUPS_SERVER", m_servizio.Percorso(u"muto"_s).toUtf8());
+    // Forgets the server that this thread knows.
+    SpoolerCups().TrattieniLavori(false);
+    {
+        SpoolerCups spooler;
+        QCOMPARE(spooler.Stampanti(), QStringList());
+        QCOMPARE(spooler.ApriStampante(u"Laser"_s, Spooler::AccessoLettura), 0u);
+        QCOMPARE(spooler.UltimoErrore(), Spooler::ServizioAssente);
+    }
+    // The next print asks anew.
+    qputenv("CUPS_SERVER", vero);
+    QVERIFY(SpoolerCups().Stampanti().contains(u"Laser"_s));
+}
+
+void tst_spooler::lavori_data()
+{
+    QTest::addColumn<QString>("stampante");
+    QTest::addColumn<int>("lavori");
+    QTest::addColumn<int>("messaggi");
+    QTest::newRow("taken") << u"Laser"_s << 1 << 0;
+    QTest::newRow("refused") << u"Vietata"_s << 0 << 1;
+}
+
+void tst_spooler::lavori()
+{
+    QFETCH(QString, stampante);
+    QFETCH(int, lavori);
+    QFETCH(int, messaggi);
+    m_servizio.ImpostaOpzioni({});
+    const qsizetype prima = Servizio::Lavori(stampante);
+    SpoolerCups spooler;
+    SceltaStampa scelta = Scelta(stampante, 1);
+    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    scelta.dispositivo->setPrinterName(stampante);
+    QCOMPARE(scelta.dispositivo->outputFormat(), QPrinter::NativeFormat);
+    RichTextBox pad;
+    pad.ImpostaText(u"<p>uno</p>"_s);
+    const Risposte risposte;
+    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+    QCOMPARE(Servizio::Lavori(stampante) - prima, lavori);
+    QCOMPARE(risposte.testi.size(), messaggi);
+    for (const QString &testo : risposte.testi) {
+        QCOMPARE(testo.section(u'|', 0, 0), ModuloPrincipale::Messaggio(242).arg(stampante));
+        QVERIFY(!testo.section(u'|', 1).isEmpty());
+    }
+}
+
+void tst_spooler::rinuncia()
+{
+    const qsizetype prima = Servizio::Lavori(u"Laser"_s);
+    SpoolerCups spooler;
+    SceltaStampa scelta = Scelta(u"Laser"_s, 1);
+    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    scelta.dispositivo->setPrinterName(u"Laser"_s);
+    RichTextBox pad;
+    pad.ImpostaText(u"<p>una riga \u00e8 qui</p>\r\n"_s.repeated(100'000));
+    const Risposte risposte(true);
+    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+    QCOMPARE(Servizio::Lavori(u"Laser"_s), prima);
+    QCOMPARE(risposte.testi, QStringList());
+    // And the printers are there again.
+    QVERIFY(spooler.Stampanti().contains(u"Laser"_s));
+}
+
+void tst_spooler::pdf_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("pagina"); // the only one to print; 0: all
+    QTest::addColumn<int>("limite"); // bytes that a file may have; 0: any
+    QTest::addColumn<int>("messaggio");
+    QTest::newRow("written") << u"s.pdf"_s << 0 << 0 << 0;
+    QTest::newRow("no such folder") << u"manca/s.pdf"_s << 0 << 0 << 241;
+    QTest::newRow("the disk is full") << u"s.pdf"_s << 0 << 2000 << 241;
+    QTest::newRow("no such page") << u"s.pdf"_s << 9 << 0 << 243;
+}
+
+void tst_spooler::pdf()
+{
+    QFETCH(QString, file);
+    QFETCH(int, pagina);
+    QFETCH(int, limite);
+    QFETCH(int, messaggio);
+    QTemporaryDir cartella;
+    QFile vecchio(cartella.filePath(u"s.pdf"_s));
+    QVERIFY(vecchio.open(QIODevice::WriteOnly) && vecchio.write("old") == 3);
+    vecchio.close();
+    SceltaStampa scelta;
+    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    scelta.dispositivo->setOutputFormat(QPrinter::PdfFormat);
+    scelta.dispositivo->setOutputFileName(cartella.filePath(file));
+    if (pagina > 0) {
+        scelta.dispositivo->setPrintRange(QPrinter::PageRange);
+        scelta.dispositivo->setFromTo(pagina, pagina);
+    }
+    RichTextBox pad;
+    pad.ImpostaText(u"<p>uno</p>"_s);
+    SpoolerCups spooler;
+    Risposte risposte;
+
+    rlimit prima{};
+    getrlimit(RLIMIT_FSIZE, &prima);
+    rlimit stretto = prima;
+    if (limite > 0)
+        stretto.rlim_cur = rlim_t(limite);
+    const auto segnale = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &stretto);
+    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+    setrlimit(RLIMIT_FSIZE, &prima);
+    std::signal(SIGXFSZ, segnale);
+
+    QStringList attesi;
+    if (messaggio > 0)
+        attesi << (messaggio == 241 ? ModuloPrincipale::Messaggio(241).arg(cartella.filePath(file))
+                                    : ModuloPrincipale::Messaggio(qint16(messaggio)));
+    QCOMPARE(risposte.testi.replaceInStrings(QRegularExpression(u"\\|.*"_s), QString()), attesi);
+    QVERIFY(vecchio.open(QIODevice::ReadOnly));
+    QCOMPARE(vecchio.read(4), QByteArray(messaggio > 0 ? "old" : "%PDF"));
+    QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"s.pdf"_s});
+}
+
+QTEST_MAIN(tst_spooler)
+#include "tst_spooler.moc"
