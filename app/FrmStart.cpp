@@ -68,7 +68,8 @@ QRect InPixel(QRect twip)
 
 } // namespace
 
-FrmStart::FrmStart(const QString &pagina) : m_postoAnteprima(std::make_unique<PostoAnteprima>()), m_daAprire(pagina)
+FrmStart::FrmStart(const QString &pagina)
+    : m_postoAnteprima(std::make_unique<PostoAnteprima>()), m_rivelazione(new QTimer(this)), m_daAprire(pagina)
 {
     setObjectName(u"FrmStart"_s);
     setWindowIcon(ModuloGrafica::Icona(u"velloro"));
@@ -85,7 +86,6 @@ FrmStart::FrmStart(const QString &pagina) : m_postoAnteprima(std::make_unique<Po
     AggiornaTitolo();
 
     // The window stays away until the document window is ready.
-    m_rivelazione = new QTimer(this);
     m_rivelazione->setInterval(IntervalloRivelazione);
     connect(m_rivelazione, &QTimer::timeout, this, &FrmStart::Rivela);
     m_rivelazione->start();

@@ -45,7 +45,7 @@ std::optional<PaginaRecuperata> OffertaRecupero::Chiedi(QWidget *finestra,
                                                         const std::function<void(const PaginaRecuperata &)> &prendi)
 {
     for (VoceRecupero &voce : Recupero::DaOffrire()) {
-        const std::optional<PaginaRecuperata> pagina = Recupero::Leggi(voce);
+        std::optional<PaginaRecuperata> pagina = Recupero::Leggi(voce);
         if (!pagina)
             continue;
         const Risposta risposta = Domanda(finestra, *pagina);

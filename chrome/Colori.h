@@ -2,6 +2,8 @@
 
 #include <QColor>
 
+#include <cmath>
+
 /// The colours of the interface. Every text colour stands at least 4.5:1 against each background that it meets.
 namespace Colori
 {
@@ -32,7 +34,7 @@ inline constexpr QColor TitoloSpento{187, 224, 231}; ///< title bar of a window 
 /// \a a moved towards \a b; \a parte from 0 (all \a a) to 1 (all \a b).
 [[nodiscard]] inline QColor Mescola(const QColor &a, const QColor &b, double parte)
 {
-    const auto m = [parte](int x, int y) { return int(x + (y - x) * parte + 0.5); };
+    const auto m = [parte](int x, int y) { return int(std::lround(x + (y - x) * parte)); };
     return {m(a.red(), b.red()), m(a.green(), b.green()), m(a.blue(), b.blue())};
 }
 

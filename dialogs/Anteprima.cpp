@@ -114,7 +114,7 @@ void Anteprima::Esegui(CicloAnteprima::Azione azione)
 
 void Anteprima::Interroga()
 {
-    const qint64 mega = QFileInfo(Stato().FileAnteprima).size() / (1024 * 1024);
+    const qint64 mega = QFileInfo(Stato().FileAnteprima).size() / (qint64{1024} * 1024);
     m_silenzio.start(Pazienza + mega * PazienzaPerMega);
     m_motore->Interroga([this, domanda = m_domanda] {
         if (domanda == m_domanda && m_silenzio.isActive())

@@ -39,17 +39,17 @@ private:
     void AggiungiColore(ColoreBgr colore);
     void AggiornaEsempio();
 
-    QLineEdit *m_faccia;
-    QListWidget *m_facce;
-    QListWidget *m_stili;
-    QSpinBox *m_dimensione;
-    QListWidget *m_dimensioni;
-    QCheckBox *m_sottolineato;
-    QCheckBox *m_barrato;
-    QComboBox *m_colori;
-    QLabel *m_esempio;
-    QLabel *m_tag;
-    QLabel *m_nota;
-    QPushButton *m_ok;
+    QLineEdit *m_faccia = nullptr;
+    QListWidget *m_facce = nullptr;
+    QListWidget *m_stili = nullptr;
+    QSpinBox *m_dimensione = nullptr;
+    QListWidget *m_dimensioni = nullptr;
+    QCheckBox *m_sottolineato = nullptr;
+    QCheckBox *m_barrato = nullptr;
+    QComboBox *m_colori = nullptr;
+    QLabel *m_esempio = nullptr;
+    QLabel *m_tag = nullptr;
+    QLabel *m_nota = nullptr;
+    QPushButton *m_ok = nullptr;
     int m_ultimoColore = 0; ///< row of the colour list that stands when the choice of another one is cancelled
 };

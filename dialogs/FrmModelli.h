@@ -30,7 +30,7 @@ private:
     void RiempiElenco();
     void Carica(int indice);
 
-    RichTextBox *m_pad;
-    ElencoModelli *m_elenco;
-    QCheckBox *m_nonMostrare;
+    RichTextBox *m_pad = nullptr;
+    ElencoModelli *m_elenco = nullptr;
+    QCheckBox *m_nonMostrare = nullptr;
 };

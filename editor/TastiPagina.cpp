@@ -36,7 +36,7 @@ bool Modificatore(int tasto)
 TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
 {
     connect(pad, &RichTextBox::KeyDown, this, &TastiPagina::Premuto);
-    connect(pad, &RichTextBox::KeyPress, this, [pad](char16_t *carattere) {
+    connect(pad, &RichTextBox::KeyPress, this, [pad](const char16_t *carattere) {
         if (*carattere == u'>')
             ModuloCompletamento::ChiudiTag(pad);
     });

@@ -17,8 +17,8 @@ namespace
 
 struct Voce {
     QLatin1StringView nome;
-    QLatin1StringView etichette; ///< lower case, blanks between them; the Encoding Standard's and older ones
-    const char *convertitore;    ///< null: the library knows the encoding by its own name
+    QLatin1StringView etichette;        ///< lower case, blanks between them; the Encoding Standard's and older ones
+    const char *convertitore = nullptr; ///< null: the library knows the encoding by its own name
 };
 
 constexpr std::array Voci{

@@ -7,7 +7,7 @@ namespace Codifiche
 {
 
 /// As far as a declaration is looked for, in characters from the start of the page.
-inline constexpr qsizetype FinestraDichiarazione = 64 * 1024;
+inline constexpr qsizetype FinestraDichiarazione = qsizetype{64} * 1024;
 /// Beyond this many characters the end of the page's head ends the search.
 inline constexpr qsizetype FinestraMinima = 4096;
 
