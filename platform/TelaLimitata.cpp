@@ -27,8 +27,14 @@ int TelaLimitata::metric(PaintDeviceMetric misura) const
     case PdmDpiY:
     case PdmPhysicalDpiY:
         return m_immagine.logicalDpiY();
+    case PdmDepth:
+        return m_immagine.depth();
+    case PdmDevicePixelRatio:
+        return 1;
+    case PdmDevicePixelRatioScaled:
+        return int(devicePixelRatioFScale());
     default:
-        return QPaintDevice::metric(misura);
+        return 0;
     }
 }
 

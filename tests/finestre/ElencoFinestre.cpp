@@ -23,6 +23,8 @@
 #include "platform/RichTextBox.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QLibraryInfo>
 #include <QLineEdit>
@@ -31,6 +33,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
@@ -183,6 +186,22 @@ void ApriFile(FrmStart &principale, const Guarda &guarda)
     });
 }
 
+void DialogoDiStampa(FrmStart &principale)
+{
+    (void)ModuloStampa::DialogoStampa(&principale, {}, true, u"esempio.pdf"_s);
+}
+
+/// The print dialog with its lower half open.
+void ConOpzioni(QWidget &dialogo, const Guarda &guarda)
+{
+    for (auto *pulsante : dialogo.findChildren<QPushButton *>()) {
+        if (pulsante->text().endsWith(u">>"_s))
+            pulsante->click();
+    }
+    (void)QTest::qWaitFor([&] { return dialogo.height() >= dialogo.sizeHint().height(); });
+    guarda(dialogo, {});
+}
+
 void Immagine(FrmStart &principale, const Guarda &guarda)
 {
     FrmImage finestra(&principale);
@@ -198,7 +217,14 @@ void Immagine(FrmStart &principale, const Guarda &guarda)
     finestra.show();
     (void)QTest::qWaitFor([&] { return sfogliato; });
     attesa.stop();
-    finestra.findChild<QLineEdit *>(u"TxtFile"_s)->setText(u":/icone/velloro.svg"_s);
+    // The dialog shows files and not what the program carries in itself.
+    const QTemporaryDir cartella(QDir::tempPath() + u"/velloro"_s);
+    const QString file = cartella.filePath(u"velloro.svg"_s);
+    QFile::copy(u":/icone/velloro.svg"_s, file);
+    auto *casella = finestra.findChild<QLineEdit *>(u"TxtFile"_s);
+    casella->setText(file);
+    QTest::keyClick(casella, Qt::Key_Return);
+    QCoreApplication::processEvents(); // the size of the picture takes its place beside the buttons
     Mostra(finestra, guarda);
 }
 
@@ -225,9 +251,10 @@ const QList<ElencoFinestre::Finestra> &ElencoFinestre::Tutte()
              Mostra(f, g);
          }},
         {u"immagine", Immagine},
-        {u"stampa",
+        {u"stampa", [](FrmStart &p, const Guarda &g) { Modale(g, [&] { DialogoDiStampa(p); }); }, true, false},
+        {u"stampa_opzioni",
          [](FrmStart &p, const Guarda &g) {
-             Modale(g, [&] { (void)ModuloStampa::DialogoStampa(&p, {}, true, u"esempio.pdf"_s); });
+             Modale([&g](QWidget &f, const QString &) { ConOpzioni(f, g); }, [&] { DialogoDiStampa(p); });
          },
          true, false},
         {u"trova", [](FrmStart &p, const Guarda &g) { Trova(p, FrmTrova::Trova, g); }},
