@@ -48,6 +48,23 @@ QString Motivo(ModuloPrincipale::EsitoScrittura esito)
     }
 }
 
+/// The last line end of a page read from a file is a CR alone. What is typed behind it makes a line end like the others
+/// of it. Linear.
+QString ConFiniRiga(QString testo)
+{
+    const QStringView vista(testo);
+    const auto solo = [vista](qsizetype cr) { return cr + 1 < vista.size() && vista[cr + 1] != u'\n'; };
+    qsizetype cr = vista.indexOf(u'\r');
+    while (cr >= 0 && !solo(cr))
+        cr = vista.indexOf(u'\r', cr + 1);
+    if (cr < 0)
+        return testo;
+    const bool chiuso = testo.endsWith(u'\r');
+    testo.chop(chiuso ? 1 : 0);
+    testo.replace(u"\r\n"_s, u"\r"_s).replace(u"\r"_s, u"\r\n"_s);
+    return chiuso ? testo + u'\r' : testo;
+}
+
 } // namespace
 
 PaginaCorrente::PaginaCorrente(RichTextBox *pad, QWidget *finestra)
@@ -150,7 +167,7 @@ qint16 PaginaCorrente::MessaggioSalvata(const QString &percorso) const
 bool PaginaCorrente::Scrivi(const QString &percorso)
 {
     const ModuloPrincipale::RisultatoScrittura esito =
-        ModuloPrincipale::ScriviTesto(m_pad->Text(), percorso, m_formato);
+        ModuloPrincipale::ScriviTesto(ConFiniRiga(m_pad->Text()), percorso, m_formato);
     if (!esito) {
         AvvisaScrittura(percorso, esito);
         return false;

@@ -48,6 +48,7 @@ private slots:
     void fragmentsPassTheCheckInEveryLanguage();
     void faultyFragmentsWouldBeSeen();
     void quickTypingAroundACommandIsNotPartOfIt();
+    void textBehindTheLastLineEndIsALine();
 
 public slots:
     void ApreFile(const QUrl &url) { m_aperto = url; }
@@ -479,6 +480,30 @@ void TstComandi::quickTypingAroundACommandIsNotPartOfIt()
         QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
         QCOMPARE(Testo(), passi.last());
     }
+}
+
+void TstComandi::textBehindTheLastLineEndIsALine()
+{
+    const QString percorso = m_cartella.filePath(u"righe.html"_s);
+    QFile file(percorso);
+    const auto contenuto = [&file] {
+        QByteArray byte;
+        if (file.open(QIODevice::ReadOnly))
+            byte = file.readAll();
+        file.close();
+        return byte;
+    };
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("a\r\nb\r\n") > 0);
+    file.close();
+    QVERIFY(m_finestra->findChild<PaginaCorrente *>()->Apri(percorso));
+    RichTextBox *pad = m_finestra->PadCorrente();
+    pad->ImpostaSelStart(pad->Lunghezza());
+    QTest::keyClicks(pad, u"c"_s);
+    m_finestra->ElencoComandi().Esegui(u"MenuFile(4)"_s);
+    QCOMPARE(contenuto(), QByteArray("a\r\nb\r\nc\r\n"));
+    QTest::keyClick(pad, Qt::Key_Return);
+    m_finestra->ElencoComandi().Esegui(u"MenuFile(4)"_s);
+    QCOMPARE(contenuto(), QByteArray("a\r\nb\r\nc\r\n\r\n"));
 }
 
 QTEST_MAIN(TstComandi)
