@@ -93,6 +93,7 @@ void tst_Motore::initTestCase()
     m_anteprima = std::make_unique<Anteprima>(
         *m_finestra, [] { return FormatoPagina{}; }, CaricaMotore::DalModulo);
     connect(m_anteprima.get(), &Anteprima::TestoStato, this, [this](const QString &testo) { m_stato = testo; });
+    connect(m_anteprima.get(), &Anteprima::FuocoAllaPagina, m_altro, [this] { m_altro->setFocus(); });
     QSignalSpy pronta(m_finestra, &FrmAnteprima::Pronta);
     m_principale->show();
     m_principale->activateWindow();
@@ -326,10 +327,17 @@ void tst_Motore::DopoUnaPaginaOstile_data()
 void tst_Motore::DopoUnaPaginaOstile()
 {
     QFETCH(QString, html);
+    m_altro->clear();
     Mostra(html);
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"ostile"_s, Attesa);
     Mostra(u"<script>document.title='di nuovo'</script>"_s);
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"di nuovo"_s, Attesa);
+    QTest::keyClicks(QApplication::focusWidget(), u"prova"_s);
+    QCOMPARE(m_altro->text(), u"prova"_s);
+    for (QWidget *parte : m_finestra->Browser()->findChildren<QWidget *>()) {
+        parte->setFocus(); // as the engine does for a new process
+        QCOMPARE(QApplication::focusWidget(), m_altro);
+    }
 }
 
 QTEST_MAIN(tst_Motore)
