@@ -5,6 +5,7 @@
 #include "dialogs/ElencoModelli.h"
 #include "dialogs/Modelli.h"
 #include "platform/RichTextBox.h"
+#include "platform/TastiDopoDialogo.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -132,5 +133,6 @@ void FrmModelli::done(int esito)
 {
     if (m_nonMostrare->isChecked() == Modelli::Mostra())
         Modelli::ImpostaMostra(!m_nonMostrare->isChecked());
+    new TastiDopoDialogo(this, m_pad); // a page that was just chosen is typed in at once
     QDialog::done(esito);
 }

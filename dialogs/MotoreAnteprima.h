@@ -40,7 +40,7 @@ public:
     virtual void CollegamentoIndicato(const QUrl &indirizzo) = 0;
     /// The user clicked a link.
     virtual void CollegamentoScelto(const QUrl &indirizzo) = 0;
-    /// A mouse button was released over the page.
+    /// A mouse button was released over the page, or the page got the keyboard focus.
     virtual void PaginaToccata() = 0;
 };
 

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -24,6 +25,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <sys/stat.h>
 
@@ -45,6 +47,7 @@ private slots:
     void choosing();
     void noSelectionGivesTheBlankPage();
     void closingKeepsTheText();
+    void keysWhileItClosesReachThePage();
     void textOfATemplate_data();
     void textOfATemplate();
     void templatesThatCannotBeRead();
@@ -137,6 +140,7 @@ QString TstModelli::Scegli(const std::function<void(QDialog &)> &azione)
             dialogo->reject();
     });
     m_esito = NuovaPagina::Scegli(pad, nullptr);
+    QCoreApplication::sendPostedEvents(&pad);
     return pad.Text();
 }
 
@@ -235,6 +239,25 @@ void TstModelli::closingKeepsTheText()
     QVERIFY(!m_esito.iniziata);
     QCOMPARE(Scegli([](QDialog &dialogo) { QTest::keyClick(&dialogo, Qt::Key_Escape); }), Prima);
     QVERIFY(!m_esito.iniziata);
+}
+
+void TstModelli::keysWhileItClosesReachThePage()
+{
+    const QString testo = Scegli([](QDialog &dialogo) {
+        QWindow *finestra = dialogo.windowHandle();
+        QTest::keyPress(&dialogo, Qt::Key_Escape);
+        const auto tasto = [finestra](QEvent::Type tipo, int quale, const QString &lettera, bool ancora = false) {
+            QKeyEvent evento(tipo, quale, Qt::NoModifier, lettera, ancora);
+            QCoreApplication::sendEvent(finestra, &evento);
+        };
+        tasto(QEvent::KeyPress, Qt::Key_Return, u"\r"_s, true); // the key that chose, still down
+        tasto(QEvent::KeyRelease, Qt::Key_Return, u"\r"_s);
+        tasto(QEvent::KeyPress, Qt::Key_A, u"a"_s);
+        tasto(QEvent::KeyPress, Qt::Key_B, u"b"_s);
+        tasto(QEvent::KeyRelease, Qt::Key_A, u"a"_s);
+        tasto(QEvent::KeyPress, Qt::Key_B, u"b"_s, true);
+    });
+    QCOMPARE(testo, u"abb"_s + Prima);
 }
 
 void TstModelli::textOfATemplate_data()

@@ -93,6 +93,7 @@ void tst_Motore::initTestCase()
     m_anteprima = std::make_unique<Anteprima>(
         *m_finestra, [] { return FormatoPagina{}; }, CaricaMotore::DalModulo);
     connect(m_anteprima.get(), &Anteprima::TestoStato, this, [this](const QString &testo) { m_stato = testo; });
+    connect(m_anteprima.get(), &Anteprima::FuocoAllaPagina, m_altro, [this] { m_altro->setFocus(); });
     QSignalSpy pronta(m_finestra, &FrmAnteprima::Pronta);
     m_principale->show();
     m_principale->activateWindow();
@@ -311,6 +312,19 @@ void tst_Motore::DopoUnaPaginaOstile_data()
     QTest::newRow("endless alerts") << u"<script>document.title='ostile';for(;;)alert(1)</script>"_s;
     QTest::newRow("endless after it was shown")
         << u"<script>document.title='ostile';onload=()=>setTimeout(()=>{for(;;);},50)</script>"_s;
+    QTest::newRow("sends itself elsewhere")
+        << u"<meta http-equiv=refresh content=\"0;url=http://127.0.0.1:9/\"><script>document.title='ostile'</script>"_s;
+    QTest::newRow("sends a form")
+        << u"<form action=\"http://127.0.0.1:9/\"></form><script>document.title='ostile';document.forms[0].submit()"
+           "</script>"_s;
+    QTest::newRow("asks whether it may be left")
+        << u"<script>document.title='ostile';onbeforeunload=e=>{e.preventDefault();return e.returnValue='x'}</script>"_s;
+    QTest::newRow("prints itself") << u"<script>document.title='ostile';for(i=0;i<50;i++)print()</script>"_s;
+    QTest::newRow("saves files")
+        << u"<a id=a download=x.txt href=\"data:,x\">x</a><script>document.title='ostile';for(i=0;i<50;i++)a.click()"
+           "</script>"_s;
+    QTest::newRow("frames of itself")
+        << u"<script>document.title='ostile'</script><iframe src=mia.html></iframe><iframe src=mia.html></iframe>"_s;
     QTest::newRow("reloads itself")
         << u"<script>document.title='ostile';setInterval(()=>location.reload(),1)</script>"_s;
 }
@@ -318,10 +332,17 @@ void tst_Motore::DopoUnaPaginaOstile_data()
 void tst_Motore::DopoUnaPaginaOstile()
 {
     QFETCH(QString, html);
+    m_altro->clear();
     Mostra(html);
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"ostile"_s, Attesa);
     Mostra(u"<script>document.title='di nuovo'</script>"_s);
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"di nuovo"_s, Attesa);
+    QTest::keyClicks(QApplication::focusWidget(), u"prova"_s);
+    QCOMPARE(m_altro->text(), u"prova"_s);
+    for (QWidget *parte : m_finestra->Browser()->findChildren<QWidget *>()) {
+        parte->setFocus(); // as the engine does for a new process
+        QCOMPARE(QApplication::focusWidget(), m_altro);
+    }
 }
 
 QTEST_MAIN(tst_Motore)

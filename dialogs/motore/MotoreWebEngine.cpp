@@ -146,6 +146,12 @@ bool MotoreWebEngine::eventFilter(QObject *oggetto, QEvent *evento)
         if (oggetto != &m_contenitore)
             TogliFuoco(static_cast<QChildEvent *>(evento)->child());
         break;
+    case QEvent::FocusIn:
+        // The engine hands the focus to a new process's widget whatever that widget's policy is. Given back at once,
+        // between two keys, nothing that is typed goes to the page.
+        if (oggetto != &m_contenitore)
+            m_ospite.PaginaToccata();
+        break;
     case QEvent::MouseButtonRelease:
         m_pagina->AnnotaClic();
         m_ospite.PaginaToccata();
