@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <signal.h>
 #include <unistd.h>
@@ -148,19 +149,19 @@ public:
         double ultima = Trascorsi();
         // While the program works at something the picture is not complete, however still it stands.
         double lavoro = Processore();
+        double dal = ultima;
         while (Trascorsi() < Pazienza) {
             std::this_thread::sleep_for(5ms);
             const quint64 adesso = m_schermo.Figura();
-            if (adesso != figura) {
-                figura = adesso;
+            const bool cambiata = std::exchange(figura, adesso) != adesso;
+            if (cambiata)
                 ultima = Trascorsi();
-                lavoro = Processore();
-            } else if (Trascorsi() - ultima > Quiete) {
-                if (Processore() - lavoro < Quiete / 2)
-                    return ultima;
-                lavoro = Processore();
-                std::this_thread::sleep_for(50ms);
-            }
+            else if (Trascorsi() - dal <= Quiete)
+                continue;
+            else if (Processore() - lavoro < Quiete / 2)
+                return ultima;
+            dal = Trascorsi();
+            lavoro = Processore();
         }
         return std::nullopt;
     }
