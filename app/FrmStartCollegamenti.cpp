@@ -91,6 +91,11 @@ void FrmStart::CollegaModifica()
         AggiornaMenuModifica(m_hwndPad);
     };
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, appunti);
+    // Not every host tells of a change while another program has the focus.
+    connect(m_comandi, &Comandi::MenuAperto, this, [appunti](const QString &menu) {
+        if (menu == u"Medit")
+            appunti();
+    });
     appunti();
     m_comandi->Collega(u"MenuEdit(0)"_s, [this] {
         m_undo->AnnullaComando();
@@ -144,10 +149,6 @@ void FrmStart::CollegaComandi()
     m_comandi->Collega(u"MenuHelp(0)"_s, [this] { frmAbout(this).exec(); });
     for (const int indice : {3, 4, 5, 6, 8})
         m_comandi->Collega(u"MenuEdit(%1)"_s.arg(indice), [this, indice] { EseguiComandoModifica(indice, m_hwndPad); });
-    connect(m_comandi, &Comandi::MenuAperto, this, [this](const QString &menu) {
-        if (menu == u"Medit")
-            AggiornaMenuModifica(m_hwndPad);
-    });
     auto *vai = new QShortcut(QKeySequence(u"Ctrl+G"_s), this);
     connect(vai, &QShortcut::activated, this, &FrmStart::VaiARiga);
 }

@@ -1,8 +1,14 @@
 #include "dialogs/DialogoStampa.h"
 
+#include <QComboBox>
+#include <QDir>
 #include <QFileInfo>
+#include <QLayout>
+#include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +35,51 @@ int NumeroFronteRetro(QPrinter::DuplexMode modo, bool orizzontale)
         break;
     }
     return 1;
+}
+
+/// Where a PDF file goes unless the user says otherwise: beside the page, under its name.
+QString FilePdf(const QString &nomeFile)
+{
+    const QFileInfo pagina(nomeFile);
+    const QDir cartella = pagina.isAbsolute() ? pagina.dir() : QDir::home();
+    return cartella.filePath(pagina.completeBaseName() + u".pdf"_s);
+}
+
+/// What Qt's dialog leaves to be desired.
+void Completa(QPrintDialog &dialogo, const QString &nomeFile)
+{
+    // The field for several ranges refuses valid ones; from and to beside it do work.
+    for (const QString &nome : {u"pagesRadioButton"_s, u"pagesLineEdit"_s}) {
+        if (auto *campo = dialogo.findChild<QWidget *>(nome))
+            campo->hide();
+    }
+    // It would put every file into the home folder.
+    if (auto *file = dialogo.findChild<QLineEdit *>(u"filename"_s))
+        file->setText(FilePdf(nomeFile));
+    // Its rows press their captions together.
+    for (auto *voce : dialogo.findChildren<QRadioButton *>()) {
+        voce->ensurePolished();
+        voce->setMinimumWidth(voce->sizeHint().width());
+    }
+    if (auto *insieme = dialogo.findChild<QComboBox *>(u"pageSetCombo"_s)) {
+        insieme->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        insieme->ensurePolished();
+        insieme->setMinimumWidth(insieme->sizeHint().width());
+    }
+    // It unfolds its options at the width that it had without them.
+    for (const auto *pulsante : dialogo.findChildren<QPushButton *>()) {
+        QObject::connect(
+            pulsante, &QPushButton::clicked, &dialogo,
+            [&dialogo] {
+                for (QWidget *scheda : dialogo.findChildren<QWidget *>()) {
+                    if (scheda->layout())
+                        scheda->layout()->invalidate();
+                }
+                dialogo.layout()->activate();
+                dialogo.resize(dialogo.size().expandedTo(dialogo.layout()->totalMinimumSize()));
+            },
+            Qt::QueuedConnection);
+    }
 }
 
 } // namespace
@@ -88,15 +139,11 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
     dialogo.setOptions(QAbstractPrintDialog::PrintPageRange | QAbstractPrintDialog::PrintShowPageSize |
                        QAbstractPrintDialog::PrintCollateCopies | QAbstractPrintDialog::PrintToFile);
     dialogo.setMinMax(1, MassimaPagina);
-    // Qt's field for several ranges refuses valid ones; from and to beside it do work.
-    for (const QString &nome : {u"pagesRadioButton"_s, u"pagesLineEdit"_s}) {
-        if (auto *campo = dialogo.findChild<QWidget *>(nome))
-            campo->hide();
-    }
     if (selezione) {
         dialogo.setOption(QAbstractPrintDialog::PrintSelection);
         dialogo.setPrintRange(QAbstractPrintDialog::Selection);
     }
+    Completa(dialogo, nomeFile);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     scelta.soloSelezione = selezione && dispositivo.printRange() == QPrinter::Selection;

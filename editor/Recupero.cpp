@@ -232,7 +232,10 @@ void Recupero::Salvata()
     m_daScrivere.invalidate();
     if (m_pad) {
         m_revisioneSalvata = m_pad->Revisione();
-        m_testoSalvato = m_pad->Text();
+        // A page that was just opened is kept by the program already: no second copy of it.
+        const QString &aperto = ModuloDichiarazioni::Stato().TestoSalvato;
+        const QString testo = m_pad->Text();
+        m_testoSalvato = testo == aperto ? aperto : testo;
     }
     AccodaRimozione();
 }
