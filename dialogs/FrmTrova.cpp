@@ -18,6 +18,7 @@
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
+#include "platform/TastiDopoDialogo.h"
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -101,6 +102,8 @@ void FrmTrova::Crea()
 
 void FrmTrova::Init(RichTextBox *controllo, quint8 modalita)
 {
+    if (m_pad != controllo)
+        new TastiDopoDialogo(this, controllo);
     m_pad = controllo;
     if (modalita == RipetiTrova) {
         bool fineRicerca = false;
