@@ -168,19 +168,11 @@ QWidget *FrmFont::CreaEsempio()
 
 QLayout *FrmFont::CreaPulsanti()
 {
-    m_ok = Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
-    m_ok->setDefault(true);
-    auto *annulla = Pulsante(u"Cmd(1)"_s, Messaggio(314), this);
-    annulla->setAutoDefault(false);
+    const Pulsanti pulsanti = Pezzi::CreaPulsanti(this, 314);
+    m_ok = pulsanti.conferma;
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(annulla, &QPushButton::clicked, this, &QDialog::reject);
-    auto *riga = new QHBoxLayout;
-    riga->setContentsMargins(0, 8, 0, 0);
-    riga->setSpacing(8);
-    riga->addStretch(1);
-    riga->addWidget(m_ok);
-    riga->addWidget(annulla);
-    return riga;
+    pulsanti.riga->setContentsMargins(0, 8, 0, 0);
+    return pulsanti.riga;
 }
 
 void FrmFont::RiempiElenchi()
