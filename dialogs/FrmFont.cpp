@@ -83,15 +83,15 @@ void FrmFont::CreaControlli()
     m_facce = Crea<QListWidget>(u"LstFacce"_s, this);
     m_facce->setUniformItemSizes(true);
     m_facce->setMinimumSize(Misure::InPixel(3600), Misure::InPixel(2250));
-    m_facce->setAccessibleName(Messaggio(360).remove(u'&'));
+    m_facce->setAccessibleName(NomeDa(360));
     m_stili = Crea<QListWidget>(u"LstStili"_s, this);
-    m_stili->setAccessibleName(Messaggio(361).remove(u'&'));
+    m_stili->setAccessibleName(NomeDa(361));
     m_stili->setFixedWidth(Misure::InPixel(2100));
     m_dimensione = Crea<QSpinBox>(u"TxtDimensione"_s, this);
     m_dimensione->setRange(1, MassimaDimensione);
     m_dimensioni = Crea<QListWidget>(u"LstDimensioni"_s, this);
     m_dimensioni->setFixedWidth(Misure::InPixel(1350));
-    m_dimensioni->setAccessibleName(Messaggio(362).remove(u'&'));
+    m_dimensioni->setAccessibleName(NomeDa(362));
     m_dimensione->setFixedWidth(m_dimensioni->width());
 
     auto *griglia = new QGridLayout(this);

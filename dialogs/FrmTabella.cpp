@@ -114,7 +114,7 @@ QComboBox *FrmTabella::CreaUnita(const QString &nome, int scelta, qint16 messagg
     auto *unita = Crea<QComboBox>(nome, parent);
     unita->addItems({u"Pixel"_s, Messaggio(110)});
     unita->setCurrentIndex(scelta);
-    unita->setAccessibleName(Messaggio(messaggio).remove(u'&') + u", "_s + Messaggio(258));
+    unita->setAccessibleName(Pezzi::NomeDa(messaggio) + u", "_s + Messaggio(258));
     return unita;
 }
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,12 @@ QLabel *Pezzi::Titolo(qint16 messaggio, QWidget *amico, QWidget *parent)
     auto *titolo = new QLabel(Messaggio(messaggio), parent);
     titolo->setBuddy(amico);
     return titolo;
+}
+
+QString Pezzi::NomeDa(qint16 messaggio)
+{
+    static const QRegularExpression mnemonico(u"\\(&.\\)|&"_s);
+    return Messaggio(messaggio).remove(mnemonico);
 }
 
 Pezzi::Pulsanti Pezzi::CreaPulsanti(QDialog *dialogo, qint16 messaggio)

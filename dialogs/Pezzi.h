@@ -24,6 +24,9 @@ template <typename Controllo>
 /// The label of \a amico, with message \a messaggio as its text; its mnemonic leads to \a amico.
 [[nodiscard]] QLabel *Titolo(qint16 messaggio, QWidget *amico, QWidget *parent);
 
+/// Message \a messaggio as an accessible name: without its mnemonic, "&" or, in Chinese, "(&F)".
+[[nodiscard]] QString NomeDa(qint16 messaggio);
+
 struct Pulsanti {
     QPushButton *conferma = nullptr; ///< "Cmd(0)", the default button
     QPushButton *esci = nullptr;     ///< "Cmd(1)"
