@@ -39,7 +39,6 @@ class AvanzamentoStampa
 public:
     explicit AvanzamentoStampa(QWidget *finestra) : m_finestra(Messaggio(313), Messaggio(314), finestra)
     {
-        m_finestra.setWindowModality(Qt::ApplicationModal);
         m_finestra.Barra().TextStatus(Messaggio(240));
         m_inizio.start();
         m_ultimo.start();
