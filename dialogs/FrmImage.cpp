@@ -28,8 +28,9 @@ using Pezzi::Crea;
 namespace
 {
 
-const QString FiltroImmagini = u"JPG / GIF / BMP / PNG / WebP / SVG (*.jpg, *.gif, *.bmp, *.png, *.webp, *.svg)\0"
-                               "*.jpg;*.jpeg;*.gif;*.bmp;*.png;*.webp;*.svg\0\0"_s;
+const QString FiltroImmagini =
+    u"JPG / GIF / BMP (*.jpg, *.gif, *.bmp)\0*.jpg;*.gif;*.bmp\0"
+    "JPEG / PNG / WebP / SVG (*.jpeg, *.png, *.webp, *.svg)\0*.jpeg;*.png;*.webp;*.svg\0\0"_s;
 
 } // namespace
 
