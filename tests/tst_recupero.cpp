@@ -146,9 +146,12 @@ private slots:
 
     void strangeFiles()
     {
-        for (const QByteArray &contenuto : {QByteArray(), QByteArray("<HTML>\r\n<BODY></BODY>\r\n</HTML>"),
-                                            QByteArray::fromHex("31524C56FEFFFFFF00"), // a length without an end
-                                            QByteArray::fromHex("31524C5600000000000000000000000000000000000000")}) {
+        for (const QByteArray &contenuto :
+             {QByteArray(), QByteArray("<HTML>\r\n<BODY></BODY>\r\n</HTML>"),
+              QByteArray::fromHex("31524C56FEFFFFFF00"), // a length without an end
+              QByteArray::fromHex("31524C5600000000000000000000000000000000000000"),
+              // whole but for the mark of its end
+              QByteArray::fromHex("31524C56FFFFFFFFFFFFFFFF0000000000000080FFFFFFFF00FFFFFFFF00000000")}) {
             QTemporaryDir cartella;
             Aiuti::Scrivi(cartella.filePath(u"x.recupero"_s), contenuto);
             Aiuti::Scrivi(cartella.filePath(u"x.lock"_s), {});
