@@ -90,23 +90,6 @@ private slots:
 
         QCOMPARE(MargineRighe::TestoNumero(10), u"  10"_s);
         QCOMPARE(MargineRighe::TestoNumero(123456), u" 123456"_s);
-        // The caret's line is bold: its digits cover more of the gutter than another line's of the same shape.
-        auto *margine = finestra.findChild<MargineRighe *>(u"picLines"_s);
-        const auto inchiostro = [&](int riga) {
-            const auto dove = pad->RigheVisibili()[size_t(riga - finestra.Pad_Prima_Riga_Visibile())];
-            const QImage immagine = margine->grab(QRect(0, dove.cima, margine->width(), dove.altezza)).toImage();
-            qint64 luce = 0;
-            for (int y = 0; y < immagine.height(); ++y) {
-                for (int x = 0; x < immagine.width(); ++x)
-                    luce += qRed(immagine.pixel(x, y));
-            }
-            return luce;
-        };
-        pad->ImpostaSelStart(pad->InizioRiga(54));
-        const qint64 grassetto = inchiostro(54);
-        pad->ImpostaSelStart(pad->InizioRiga(60));
-        QVERIFY(inchiostro(54) > 0);
-        QVERIFY(grassetto > inchiostro(54) * 11 / 10);
     }
 
     void goToLine()
@@ -129,17 +112,6 @@ private slots:
         }
         finestra.Pad_Vai_A_Riga(301);
         QCOMPARE(pad->SelStart(), 300 * 6);
-    }
-
-    void firstActivationOnly()
-    {
-        FrmPaginaHTML finestra;
-        QSignalSpy spia(&finestra, &FrmPaginaHTML::PrimaAttivazione);
-        QVERIFY(!ModuloDichiarazioni::Stato().FinestraPronta);
-        finestra.Attiva();
-        finestra.Attiva();
-        QCOMPARE(spia.size(), 1);
-        QVERIFY(ModuloDichiarazioni::Stato().FinestraPronta);
     }
 
     void keys()

@@ -6,6 +6,7 @@
 #include "app/TabellaComandi.h"
 #include "app/TempoCaricamento.h"
 #include "dialogs/PaginaVuota.h"
+#include "editor/Recupero.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -77,23 +78,13 @@ private slots:
         }
     }
 
-    void screenReadersKnowTheControls()
+    void screenReadersReadThePage()
     {
         FrmStart finestra;
         Avvia(finestra);
-        const auto descrizione = [&finestra](const QString &nome) {
-            QAccessibleInterface *voce = QAccessible::queryAccessibleInterface(finestra.findChild<QWidget *>(nome));
-            return u"%1 %2"_s.arg(int(voce->role())).arg(voce->text(QAccessible::Name));
-        };
-        const auto atteso = [](QAccessible::Role ruolo, const QString &nome) {
-            return u"%1 %2"_s.arg(int(ruolo)).arg(nome);
-        };
-        QCOMPARE(descrizione(u"RichPad"_s), atteso(QAccessible::EditableText, ModuloPrincipale::Messaggio(229)));
-        QCOMPARE(descrizione(u"ToolStandard(3)"_s), atteso(QAccessible::PushButton, u"Salva"_s));
-        QCOMPARE(descrizione(u"ToolStandard"_s), atteso(QAccessible::ToolBar, ModuloPrincipale::Messaggio(220)));
-        auto *pad = finestra.findChild<QWidget *>(u"RichPad"_s);
-        QAccessibleTextInterface *testo = QAccessible::queryAccessibleInterface(pad)->textInterface();
-        QVERIFY(testo && testo->text(0, 9) == u"<!DOCTYPE");
+        QAccessibleInterface *pad = QAccessible::queryAccessibleInterface(finestra.PadCorrente());
+        QCOMPARE(pad->role(), QAccessible::EditableText);
+        QVERIFY(pad->textInterface() && pad->textInterface()->text(0, 9) == u"<!DOCTYPE");
     }
 
     // A command that nobody does is disabled wherever it stands, and doing it anyway does nothing.
@@ -218,6 +209,48 @@ private slots:
         QCOMPARE(Contenuto(Percorso(u"f.html"_s)), QByteArray("due uno\r\n"));
     }
 
+    // What a program that was killed had not saved: taken back, thrown away, or left for later.
+    void recoveryIsOffered()
+    {
+        for (const qint16 risposta : {211, 212, 278}) {
+            init();
+            {
+                RichTextBox pad;
+                Recupero lasciata(&pad, {}, 3'600'000);
+                pad.ImpostaText(u"<P>perduta"_s);
+                lasciata.Lascia();
+            }
+            Rispondi<QMessageBox>(this, [risposta](QMessageBox *domanda) {
+                for (QAbstractButton *bottone : domanda->buttons()) {
+                    if (bottone->text() == ModuloPrincipale::Messaggio(risposta))
+                        return bottone->click();
+                }
+            });
+            FrmStart finestra;
+            Avvia(finestra);
+            QCOMPARE(finestra.PadCorrente()->Text(), risposta == 211 ? u"<P>perduta"_s : PaginaVuota::Testo());
+            auto ancora = Recupero::DaOffrire();
+            QCOMPARE(ancora.size(), size_t(risposta == 278));
+            // What was taken back is not saved yet.
+            QCOMPARE(Chiude(finestra, QMessageBox::No).size(), risposta == 211 ? 1 : 0);
+            for (VoceRecupero &voce : ancora)
+                Recupero::Scarta(std::move(voce));
+        }
+    }
+
+    void newPageNeverReplacesTheOneOpenedBefore()
+    {
+        Scrivi(Percorso(u"aperta.html"_s), "uno\r\n");
+        FrmStart finestra(Percorso(u"aperta.html"_s));
+        Avvia(finestra);
+        finestra.findChild<QAction *>(u"MenuFile(0)"_s)->trigger();
+        QCOMPARE(finestra.PadCorrente()->Text(), PaginaVuota::Testo());
+        Rispondi<QFileDialog>(this, [this](QFileDialog *dialogo) { Scegli(dialogo, Percorso(u"nuova2.html"_s)); });
+        finestra.findChild<QAction *>(u"MenuFile(4)"_s)->trigger();
+        QCOMPARE(Contenuto(Percorso(u"aperta.html"_s)), QByteArray("uno\r\n"));
+        QCOMPARE(Contenuto(Percorso(u"nuova2.html"_s)), PaginaVuota::Testo().toLatin1() + "\r\n");
+    }
+
     void saveAsLeavesTheCurrentFile()
     {
         Scrivi(Percorso(u"s.html"_s), "uno\r\n");
@@ -285,6 +318,9 @@ private slots:
         Stato().ControlloInCorso = true;
         pad->ImpostaSelStart(0);
         QCOMPARE(abilitati(), 8);
+        finestra.ElencoComandi().Esegui(u"MenuEdit(6)"_s);
+        QCOMPARE(pad->Text(), u"uno due"_s);
+        QVERIFY(!finestra.close()); // the check still needs the page
     }
 
     void windowsDoNotOverlap()
