@@ -8,30 +8,6 @@
 using namespace Qt::StringLiterals;
 using namespace ModuloPrincipale;
 
-// The language files as they are shipped: complete, alike in what is put into them, and really translated.
-class TstLingue : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void everyNumberThatIsUsed();
-    void sameNumbersInEveryLanguage();
-    void lineNumbersAreRight();
-    void samePlaceholdersAndMnemonics();
-    void chineseIsTranslated();
-    void checkMessagesKeepTheirQuotes();
-    void noTextLooksLikeMarkup();
-    void copiesBesideTheProgram();
-
-private:
-    struct Lingua {
-        QString nome;
-        QStringList testi; // by number, up to UltimoMessaggio
-    };
-    QList<Lingua> m_lingue;
-};
-
 namespace
 {
 
@@ -60,118 +36,109 @@ QStringList segnaposto(const QString &testo)
 
 } // namespace
 
-void TstLingue::initTestCase()
+// The language files as they are shipped: complete, alike in what is put into them, and really translated.
+class TstLingue : public QObject
 {
-    for (const quint8 codice : {LinguaItaliano, LinguaInglese, LinguaCinese, LinguaCineseTrad}) {
-        QCOMPARE(CaricaLingua(QString::fromUtf8(DatiSorgente), codice).errore, QString());
-        QStringList testi;
-        for (qint16 numero = 0; numero <= UltimoMessaggio; ++numero)
-            testi += Messaggio(numero);
-        m_lingue += {FileLingua(codice), testi};
-    }
-    QCOMPARE(LinguaDaImpostazioni(QString::fromUtf8(leggi(percorsoDati(u"GlobalSetting.dat"_s)))), LinguaItaliano);
-}
+    Q_OBJECT
 
-void TstLingue::everyNumberThatIsUsed()
-{
-    const QSet<int> liberi{23, 24, 25, 80, 114, 115};
-    QStringList mancanti;
-    for (const Lingua &lingua : m_lingue) {
-        for (int numero = 1; numero <= 120; ++numero) {
-            if (lingua.testi[numero].isEmpty() != liberi.contains(numero))
-                mancanti += u"%1 %2"_s.arg(lingua.nome).arg(numero);
+private slots:
+    void initTestCase()
+    {
+        for (const quint8 codice : {LinguaItaliano, LinguaInglese, LinguaCinese, LinguaCineseTrad}) {
+            QCOMPARE(CaricaLingua(QString::fromUtf8(DatiSorgente), codice).errore, QString());
+            QStringList testi;
+            for (qint16 numero = 0; numero <= UltimoMessaggio; ++numero)
+                testi += Messaggio(numero);
+            m_lingue += {FileLingua(codice), testi};
         }
+        QCOMPARE(LinguaDaImpostazioni(QString::fromUtf8(leggi(percorsoDati(u"GlobalSetting.dat"_s)))), LinguaItaliano);
     }
-    QVERIFY2(mancanti.isEmpty(), qPrintable(mancanti.join(u", ")));
-}
 
-void TstLingue::sameNumbersInEveryLanguage()
-{
-    QStringList mancanti;
-    for (int numero = 1; numero <= UltimoMessaggio; ++numero) {
-        for (const Lingua &lingua : m_lingue) {
-            if (lingua.testi[numero].isEmpty() != m_lingue.first().testi[numero].isEmpty())
-                mancanti += u"%1 %2"_s.arg(lingua.nome).arg(numero);
-            else if (lingua.testi[numero].trimmed() != lingua.testi[numero])
-                mancanti += u"%1 %2: blanks at its ends"_s.arg(lingua.nome).arg(numero);
-        }
-    }
-    QVERIFY2(mancanti.isEmpty(), qPrintable(mancanti.join(u", ")));
-}
-
-// Whoever edits a file goes by the number at the start of the line, the program by the line.
-void TstLingue::lineNumbersAreRight()
-{
-    for (const Lingua &lingua : std::as_const(m_lingue)) {
-        const QByteArray contenuto = leggi(percorsoDati(lingua.nome));
-        QVERIFY2(contenuto.startsWith("0001=") && contenuto.endsWith('\n'), qPrintable(lingua.nome));
-        QVERIFY2(!QString::fromUtf8(contenuto).contains(QChar::ReplacementCharacter), qPrintable(lingua.nome));
-        const QList<QByteArray> righe = contenuto.chopped(1).split('\n');
-        for (qsizetype i = 0; i < righe.size(); ++i)
-            QCOMPARE(righe[i].first(5), QByteArray::number(i + 1).rightJustified(4, '0') + '=');
-    }
-}
-
-void TstLingue::samePlaceholdersAndMnemonics()
-{
-    for (int numero = 1; numero <= UltimoMessaggio; ++numero) {
-        const QString &italiano = m_lingue.first().testi[numero];
-        for (const Lingua &lingua : std::as_const(m_lingue)) {
-            const QByteArray dove = u"%1 %2"_s.arg(lingua.nome).arg(numero).toUtf8();
-            QVERIFY2(segnaposto(lingua.testi[numero]) == segnaposto(italiano), dove);
-            QVERIFY2(lingua.testi[numero].count(u'&') == italiano.count(u'&'), dove);
-        }
-    }
-}
-
-void TstLingue::chineseIsTranslated()
-{
-    static const QRegularExpression ideogramma(u"\\p{Han}"_s);
-    // Characters that the other script writes differently: one of them shows a text copied across.
-    const QList<QString> altraScrittura{u"頁編碼擊開關顯標籤動選擇為單還這個會檢語覽圖體鏈貼轉誤讀寫無須請軟"_s,
-                                        u"页编码击开关显标签动选择为单还这个会检语览图体链贴转误读写无须请软"_s};
-    for (int i = 0; i < 2; ++i) {
-        const Lingua &lingua = m_lingue[2 + i];
-        QStringList sbagliati;
+    void sameNumbersInEveryLanguage()
+    {
+        QStringList mancanti;
         for (int numero = 1; numero <= UltimoMessaggio; ++numero) {
-            const QString &testo = lingua.testi[numero];
-            const bool estraneo =
-                std::any_of(testo.begin(), testo.end(), [&](QChar c) { return altraScrittura[i].contains(c); });
-            if (!testo.isEmpty() && (!testo.contains(ideogramma) || estraneo))
-                sbagliati += QString::number(numero) + u' ' + testo;
+            for (const Lingua &lingua : m_lingue) {
+                if (lingua.testi[numero].isEmpty() != m_lingue.first().testi[numero].isEmpty())
+                    mancanti += u"%1 %2"_s.arg(lingua.nome).arg(numero);
+                else if (lingua.testi[numero].trimmed() != lingua.testi[numero])
+                    mancanti += u"%1 %2: blanks at its ends"_s.arg(lingua.nome).arg(numero);
+            }
         }
-        QVERIFY2(sbagliati.isEmpty(), qPrintable(lingua.nome + u": "_s + sbagliati.join(u", ")));
+        QVERIFY2(mancanti.isEmpty(), qPrintable(mancanti.join(u", ")));
     }
-}
 
-// The results list finds the name in a message by its first two single quotes, so the texts around it may hold none.
-void TstLingue::checkMessagesKeepTheirQuotes()
-{
-    for (const Lingua &lingua : std::as_const(m_lingue)) {
-        for (int numero = 81; numero <= 84; ++numero)
-            QVERIFY2(!lingua.testi[numero].contains(u'\''), qPrintable(lingua.nome + QString::number(numero)));
+    // Whoever edits a file goes by the number at the start of the line, the program by the line.
+    void lineNumbersAreRight()
+    {
+        for (const Lingua &lingua : std::as_const(m_lingue)) {
+            const QByteArray contenuto = leggi(percorsoDati(lingua.nome));
+            QVERIFY2(contenuto.startsWith("0001=") && contenuto.endsWith('\n'), qPrintable(lingua.nome));
+            QVERIFY2(!QString::fromUtf8(contenuto).contains(QChar::ReplacementCharacter), qPrintable(lingua.nome));
+            const QList<QByteArray> righe = contenuto.chopped(1).split('\n');
+            for (qsizetype i = 0; i < righe.size(); ++i)
+                QCOMPARE(righe[i].first(5), QByteArray::number(i + 1).rightJustified(4, '0') + '=');
+        }
     }
-}
 
-// Tool tips and message boxes would show such a text as formatted text, without its angle brackets.
-void TstLingue::noTextLooksLikeMarkup()
-{
-    for (const Lingua &lingua : std::as_const(m_lingue)) {
-        for (int numero = 1; numero <= UltimoMessaggio; ++numero)
-            QVERIFY2(!lingua.testi[numero].contains(u'<'), qPrintable(lingua.nome + QString::number(numero)));
+    void samePlaceholdersAndMnemonics()
+    {
+        for (int numero = 1; numero <= UltimoMessaggio; ++numero) {
+            const QString &italiano = m_lingue.first().testi[numero];
+            for (const Lingua &lingua : std::as_const(m_lingue)) {
+                const QByteArray dove = u"%1 %2"_s.arg(lingua.nome).arg(numero).toUtf8();
+                QVERIFY2(segnaposto(lingua.testi[numero]) == segnaposto(italiano), dove);
+                QVERIFY2(lingua.testi[numero].count(u'&') == italiano.count(u'&'), dove);
+            }
+        }
     }
-}
 
-void TstLingue::copiesBesideTheProgram()
-{
-    QStringList nomi{u"GlobalSetting.dat"_s};
-    for (const Lingua &lingua : std::as_const(m_lingue))
-        nomi += lingua.nome;
-    for (const QString &nome : std::as_const(nomi)) {
-        const QByteArray copia = leggi(QStringLiteral(CARTELLA_PROGRAMMA) + u'/' + nome);
-        QVERIFY2(!copia.isEmpty() && copia == leggi(percorsoDati(nome)), qPrintable(nome));
+    void chineseIsTranslated()
+    {
+        static const QRegularExpression ideogramma(u"\\p{Han}"_s);
+        // Characters that the other script writes differently: one of them shows a text copied across.
+        const QList<QString> altraScrittura{u"頁編碼擊開關顯標籤動選擇為單還這個會檢語覽圖體鏈貼轉誤讀寫無須請軟"_s,
+                                            u"页编码击开关显标签动选择为单还这个会检语览图体链贴转误读写无须请软"_s};
+        for (int i = 0; i < 2; ++i) {
+            const Lingua &lingua = m_lingue[2 + i];
+            QStringList sbagliati;
+            for (int numero = 1; numero <= UltimoMessaggio; ++numero) {
+                const QString &testo = lingua.testi[numero];
+                const bool estraneo =
+                    std::any_of(testo.begin(), testo.end(), [&](QChar c) { return altraScrittura[i].contains(c); });
+                if (!testo.isEmpty() && (!testo.contains(ideogramma) || estraneo))
+                    sbagliati += QString::number(numero) + u' ' + testo;
+            }
+            QVERIFY2(sbagliati.isEmpty(), qPrintable(lingua.nome + u": "_s + sbagliati.join(u", ")));
+        }
     }
-}
+
+    // The results list finds the name in a message by its first two single quotes, so the texts around it may hold
+    // none.
+    void checkMessagesKeepTheirQuotes()
+    {
+        for (const Lingua &lingua : std::as_const(m_lingue)) {
+            for (int numero = 81; numero <= 84; ++numero)
+                QVERIFY2(!lingua.testi[numero].contains(u'\''), qPrintable(lingua.nome + QString::number(numero)));
+        }
+    }
+
+    // Tool tips and message boxes would show such a text as formatted text, without its angle brackets.
+    void noTextLooksLikeMarkup()
+    {
+        for (const Lingua &lingua : std::as_const(m_lingue)) {
+            for (int numero = 1; numero <= UltimoMessaggio; ++numero)
+                QVERIFY2(!lingua.testi[numero].contains(u'<'), qPrintable(lingua.nome + QString::number(numero)));
+        }
+    }
+
+private:
+    struct Lingua {
+        QString nome;
+        QStringList testi; // by number, up to UltimoMessaggio
+    };
+    QList<Lingua> m_lingue;
+};
 
 QTEST_GUILESS_MAIN(TstLingue)
 #include "tst_lingue.moc"
