@@ -1,0 +1,55 @@
+#pragma once
+
+#include "bench/Schermo.h"
+
+#include <optional>
+#include <vector>
+
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+using Valore = std::optional<double>;
+
+/// The median of some measures; one that failed counts as the smallest.
+[[nodiscard]] Valore Mediana(std::vector<Valore> valori);
+
+/// One run of a program, from its start to its end with this object. Whatever program it is, it is seen by its windows,
+/// its processor time and its memory.
+class Corsa
+{
+public:
+    Corsa(const Schermo &schermo, const QStringList &comando);
+    ~Corsa();
+    Corsa(const Corsa &) = delete;
+    Corsa &operator=(const Corsa &) = delete;
+
+    static constexpr double Pazienza = 60'000; ///< milliseconds until something that does not happen is given up
+
+    /// Milliseconds from the start until a window is on the screen.
+    Valore FinoAllaFinestra();
+    /// Milliseconds from the start until the picture changes no more.
+    Valore FinoAlDisegno();
+    /// Milliseconds of processor time per character typed into the page, where the middle of the window is.
+    Valore Battitura();
+
+    /// Proportional resident megabytes, of the program and the programs that it started.
+    [[nodiscard]] Valore Memoria() const;
+    /// The same of the program alone.
+    [[nodiscard]] Valore MemoriaPropria() const;
+    /// Milliseconds of processor time of the thread that has the windows.
+    [[nodiscard]] double ProcessoreFinestre() const;
+
+    [[nodiscard]] double Trascorsi() const;
+    [[nodiscard]] Schermo::Finestra Finestra() const { return m_finestra; }
+
+private:
+    [[nodiscard]] std::vector<qint64> Famiglia() const;
+    [[nodiscard]] double Processore() const;
+
+    const Schermo &m_schermo;
+    QTemporaryDir m_dati;
+    QProcess m_processo;
+    double m_inizio = 0;
+    Schermo::Finestra m_finestra = 0;
+};
