@@ -39,7 +39,8 @@ Anteprima::Anteprima(FrmAnteprima &finestra, Formato formato, Caricatore caricat
     m_limite.setSingleShot(true);
     m_silenzio.setSingleShot(true);
     // Not at once: an opened page becomes the current file right after its first refresh.
-    connect(&m_partenza, &QTimer::timeout, this, [this] { m_motore->Naviga(Stato().FileAnteprima, Posto()); });
+    connect(&m_partenza, &QTimer::timeout, this,
+            [this] { m_motore->Naviga(Stato().FileAnteprima, Posto(), m_codifica); });
     connect(&m_limite, &QTimer::timeout, this, &Anteprima::Interroga);
     connect(&m_silenzio, &QTimer::timeout, this, [this] { Esegui(m_ciclo.Muta()); });
     connect(&m_finestra, &FrmAnteprima::Pronta, this, &Anteprima::CaricaMotore);
@@ -67,7 +68,11 @@ void Anteprima::AggiornaAnteprima(const RichTextBox *controllo, bool nascondi)
 
 bool Anteprima::Scrivi(const RichTextBox &controllo)
 {
-    const int motivo = PaginaAnteprima::Scrivi(controllo.Text(), m_formato());
+    const QString testo = controllo.Text();
+    FormatoPagina formato = m_formato();
+    const int motivo = PaginaAnteprima::Scrivi(testo, formato);
+    if (motivo == 0 && !testo.isEmpty())
+        m_codifica = formato.codifica;
     // Told once, not with every key.
     if (motivo != 0 && !m_scritturaFallita)
         emit TestoStato(Messaggio(210).arg(Messaggio(motivo)));

@@ -63,6 +63,7 @@ private:
     QTimer m_partenza;
     QTimer m_limite;
     QTimer m_silenzio;
+    QString m_codifica; ///< of the page in the file
     QString m_titolo;
     QString m_collegamento;
     QString m_stato;

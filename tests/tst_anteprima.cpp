@@ -25,10 +25,12 @@ class MotoreFinto : public MotoreAnteprima
 public:
     explicit MotoreFinto(QStringList &diario) : m_diario(diario) {}
 
-    void Naviga(const QString &percorso, const QString &posto) override
+    void Naviga(const QString &percorso, const QString &posto, const QString &codifica) override
     {
         QFile file(percorso);
         m_diario += posto + u' ' + (file.open(QIODevice::ReadOnly) ? QString::number(file.size()) : u"-"_s);
+        if (codifica != u"UTF-8")
+            m_diario.last() += u' ' + codifica;
     }
     void Ricomincia() override { m_diario += u"ricomincia"_s; }
     void Interroga(std::function<void()>) override { m_diario += u"interroga"_s; }
@@ -87,6 +89,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_cartella;
     std::unique_ptr<FrmAnteprima> m_finestra;
+    FormatoPagina m_formato;
     QStringList m_diario;
     OspiteMotore *m_ospite = nullptr;
 };
@@ -101,6 +104,7 @@ void tst_Anteprima::init()
     m_cartella = std::make_unique<QTemporaryDir>();
     Stato() = {};
     Stato().FileAnteprima = m_cartella->filePath(u"test.html"_s);
+    m_formato = {};
     m_diario.clear();
     m_finestra = std::make_unique<FrmAnteprima>();
 }
@@ -108,7 +112,7 @@ void tst_Anteprima::init()
 std::unique_ptr<Anteprima> tst_Anteprima::Crea()
 {
     auto anteprima = std::make_unique<Anteprima>(
-        *m_finestra, [] { return FormatoPagina{}; },
+        *m_finestra, [this] { return m_formato; },
         [this](OspiteMotore &ospite, QWidget &, QString &) {
             m_ospite = &ospite;
             return std::make_unique<MotoreFinto>(m_diario);
@@ -257,13 +261,14 @@ void tst_Anteprima::Regole()
 
 void tst_Anteprima::CartellaDellaPaginaAperta()
 {
+    m_formato.codifica = u"windows-1252"_s;
     const auto anteprima = Crea();
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
     QSignalSpy fuoco(anteprima.get(), &Anteprima::FuocoAllaPagina);
     anteprima->AggiornaAnteprima(&pad, false);
     Stato().FileCorrente = u"/sito/mia.html"_s; // becomes so after the refresh
-    QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62"_s});
+    QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62 windows-1252"_s});
     QCOMPARE(fuoco.size(), 1);
     m_ospite->PaginaToccata();
     QCOMPARE(fuoco.size(), 2);
