@@ -129,8 +129,6 @@ void tst_Motore::Pagina_data()
         << u"figura 7"_s;
     QTest::newRow("picture by its file address")
         << di + u"<img src=\"%1\" onload=\"di('figura '+this.naturalWidth)\">"_s.arg(figura) << u"figura 7"_s;
-    QTest::newRow("file address in code stays as it is")
-        << di + u"<script>di(\"a='file:///b'\".length)</script>"_s << u"13"_s;
     QTest::newRow("fetch of a file address")
         << di + u"<script>fetch('%1').then(r=>r.text()).then(di).catch(e=>di('no'))</script>"_s.arg(segreto) << u"no"_s;
     QTest::newRow("request of a file address")
@@ -250,8 +248,10 @@ void tst_Motore::NienteDaLeggere_data()
             << u"return await(await fetch('%1',{mode:'no-cors'})).text()"_s.arg(via);
     }
     QTest::newRow("cached reply") << u"let k=await caches.open('k');await k.add('dati.xml');return 1"_s;
-    // The rules of style sheets can be read, those of nothing else.
-    for (const QString &via : {u"dati.json"_s, u"mia.html"_s, u"js/segreto.js"_s}) {
+    QTest::newRow("rules of a style sheet")
+        << u"let l=document.createElement('link');l.rel='stylesheet';l.href='css/stile.css';document.head.append(l);"
+           "await new Promise((r,e)=>{l.onload=r;l.onerror=e});return l.sheet.cssRules[0].cssText"_s;
+    for (const QString &via : {u"css/stile.css"_s, u"dati.json"_s, u"mia.html"_s, u"js/segreto.js"_s}) {
         QTest::addRow("rules of %s", qUtf8Printable(via))
             << u"let l=document.createElement('style');l.textContent='@import \"%1\"';document.head.append(l);"
                "await new Promise(r=>l.onload=l.onerror=r);return l.sheet.cssRules[0].styleSheet.cssRules.length"_s.arg(
