@@ -73,9 +73,11 @@ bool Anteprima::Scrivi(const RichTextBox &controllo)
     const int motivo = PaginaAnteprima::Scrivi(testo, formato);
     if (motivo == 0 && !testo.isEmpty())
         m_codifica = formato.codifica;
-    // Told once, not with every key.
+    // Told once, not with every key, and until the page is written again.
     if (motivo != 0 && !m_scritturaFallita)
-        emit TestoStato(Messaggio(210).arg(Messaggio(motivo)));
+        DiStato(Messaggio(210).arg(Messaggio(motivo)));
+    else if (motivo == 0 && m_scritturaFallita)
+        MostraStato();
     m_scritturaFallita = motivo != 0;
     return !m_scritturaFallita;
 }
@@ -171,7 +173,11 @@ void Anteprima::PaginaToccata()
 void Anteprima::MostraStato()
 {
     constexpr qsizetype massimo = 500; // a page can have a title of any length
-    const QString testo = (m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified();
+    DiStato((m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified());
+}
+
+void Anteprima::DiStato(const QString &testo)
+{
     if (testo == m_stato)
         return;
     m_stato = testo;

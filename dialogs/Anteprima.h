@@ -54,6 +54,7 @@ private:
     void Esegui(CicloAnteprima::Azione azione);
     void Interroga();
     void MostraStato();
+    void DiStato(const QString &testo);
 
     FrmAnteprima &m_finestra;
     Formato m_formato;

@@ -280,15 +280,17 @@ void tst_Anteprima::ScritturaFallita()
     QSignalSpy stato(anteprima.get(), &Anteprima::TestoStato);
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
+    m_ospite->TitoloCambiato(u"titolo"_s);
     const QString buono = std::exchange(Stato().FileAnteprima, m_cartella->filePath(u"manca/test.html"_s));
     for (int i = 0; i < 3; ++i)
         anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 1);
     Stato().FileAnteprima = m_cartella->path(); // a folder
     anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 1);
+    QCOMPARE(stato.size(), 2); // the title, the failure
     Stato().FileAnteprima = buono;
     anteprima->AggiornaAnteprima(&pad, false);
+    QCOMPARE(stato.size(), 3);
+    QCOMPARE(stato.last(), QVariantList{u"titolo"_s});
     QTRY_COMPARE(m_diario, QStringList{u"/test.html 62"_s});
 }
 
