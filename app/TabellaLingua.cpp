@@ -40,7 +40,7 @@ std::optional<QString> leggiTesto(const QString &percorso)
     QFile file(percorso);
     if (!QFileInfo(percorso).isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return QString::fromUtf8(file.read(MassimoLetto));
+    return QString::fromUtf8(file.read(std::min(MassimoLetto, file.size())));
 }
 
 // Takes the first line, without its end (CR LF, LF or CR), off the front of `resto`.

@@ -84,7 +84,7 @@ int VerificaFile::Esegui(const RigaComando &riga, const QString &cartella)
         if (riga.json) {
             const QJsonArray riscontri = VerificaDaRiga::InJson(file, testo);
             trovati = !riscontri.isEmpty();
-            for (const QJsonValue &riscontro : riscontri)
+            for (const auto &riscontro : riscontri)
                 tutti.append(riscontro);
         } else {
             const QString righe = VerificaDaRiga::InRighe(file, testo);

@@ -28,9 +28,9 @@ private:
     void Crea();
     void Riempi();
 
-    QLabel *m_titolo;
-    QLabel *m_versione;
-    QLabel *m_utente;
-    QLabel *m_avvertenza;
-    QLabel *m_descrizione;
+    QLabel *m_titolo = nullptr;
+    QLabel *m_versione = nullptr;
+    QLabel *m_utente = nullptr;
+    QLabel *m_avvertenza = nullptr;
+    QLabel *m_descrizione = nullptr;
 };

@@ -40,5 +40,5 @@ function(velloro_test nome)
     target_compile_definitions(${nome} PRIVATE CARTELLA_SORGENTI="${CMAKE_SOURCE_DIR}"
                                                CARTELLA_PROGRAMMA="${CMAKE_BINARY_DIR}/bin")
     add_test(NAME ${nome} COMMAND ${nome})
-    set_tests_properties(${nome} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;ASAN_OPTIONS=detect_leaks=0")
+    set_tests_properties(${nome} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()

@@ -44,7 +44,7 @@ private:
     const QImage &Sorgente()
     {
         constexpr double Molto = 0.75;
-        constexpr qint64 MassimiPunti = 8 * 1024 * 1024;
+        constexpr qint64 MassimiPunti = qint64{8} << 20;
         const QSizeF meta = QSizeF(size()) * devicePixelRatioF();
         if (meta.width() >= m_immagine.immagine.width() * Molto || meta.width() * meta.height() > MassimiPunti)
             return m_immagine.immagine;

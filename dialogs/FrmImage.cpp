@@ -194,7 +194,7 @@ QString FrmImage::Relativo() const
     const QFileInfo immagine(Percorso());
     if (pagina.isEmpty() || m_file->text().isEmpty() || !immagine.isFile())
         return {};
-    const QString diretto = RiferimentoImmagine::Relativo(immagine.absoluteFilePath(), pagina);
+    QString diretto = RiferimentoImmagine::Relativo(immagine.absoluteFilePath(), pagina);
     if (!diretto.isEmpty())
         return diretto;
     // One of the two may have been reached through a link.

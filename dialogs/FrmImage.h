@@ -39,15 +39,15 @@ private:
     void Avvisa(const QString &testo);
     void Conferma();
 
-    QLineEdit *m_file;
-    QCheckBox *m_relativo;
-    QLabel *m_riferimento;
-    AnteprimaImmagine *m_anteprima;
-    QLabel *m_zoom;
-    QPushButton *m_piu;
-    QPushButton *m_meno;
-    QPushButton *m_ok;
-    QPushButton *m_esci;
+    QLineEdit *m_file = nullptr;
+    QCheckBox *m_relativo = nullptr;
+    QLabel *m_riferimento = nullptr;
+    AnteprimaImmagine *m_anteprima = nullptr;
+    QLabel *m_zoom = nullptr;
+    QPushButton *m_piu = nullptr;
+    QPushButton *m_meno = nullptr;
+    QPushButton *m_ok = nullptr;
+    QPushButton *m_esci = nullptr;
     QString m_mostrato;          ///< path that the preview step saw last
     bool m_sfogliato = false;    ///< the file chooser has opened by itself
     bool m_vuoleRelativo = true; ///< the check box as the user left it

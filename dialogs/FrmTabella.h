@@ -27,13 +27,13 @@ private:
     void AllineaTitoli();
     void Conferma();
 
-    QLineEdit *m_righe;
-    QLineEdit *m_colonne;
-    QLineEdit *m_lunghezza;
-    QComboBox *m_unitaLunghezza;
-    QLineEdit *m_altezza;
-    QComboBox *m_unitaAltezza;
-    QLineEdit *m_margine;
-    QLineEdit *m_spaziatura;
-    QLineEdit *m_bordo;
+    QLineEdit *m_righe = nullptr;
+    QLineEdit *m_colonne = nullptr;
+    QLineEdit *m_lunghezza = nullptr;
+    QComboBox *m_unitaLunghezza = nullptr;
+    QLineEdit *m_altezza = nullptr;
+    QComboBox *m_unitaAltezza = nullptr;
+    QLineEdit *m_margine = nullptr;
+    QLineEdit *m_spaziatura = nullptr;
+    QLineEdit *m_bordo = nullptr;
 };

@@ -139,7 +139,7 @@ void ModuloStampa::StampaScelta(RichTextBox &pad, const QString &nomeFile, const
     const OpzioniPagine opzioni = Opzioni(dispositivo, QFileInfo(nomeFile).fileName());
     const bool pdf = scelta.stampante.isEmpty();
     QString errore;
-    EsitoStampa esito;
+    EsitoStampa esito = EsitoStampa::Fallita;
     {
         AvanzamentoStampa avanzamento(pad.window());
         const PassoStampa passo = [&](qsizetype fatto, qsizetype massimo) { return avanzamento.Passo(fatto, massimo); };

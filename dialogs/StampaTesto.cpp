@@ -24,8 +24,8 @@ constexpr qreal DistanzaPiede = 1.0; // rows of the footer between it and the te
 class Piede
 {
 public:
-    Piede(QFont carattere, QPaintDevice *dispositivo)
-        : m_carattere(std::move(carattere), dispositivo), m_dispositivo(dispositivo)
+    Piede(const QFont &carattere, QPaintDevice *dispositivo)
+        : m_carattere(carattere, dispositivo), m_dispositivo(dispositivo)
     {
         m_carattere.setPointSizeF(m_carattere.pointSizeF() * 0.8);
         m_carattere.setBold(false);

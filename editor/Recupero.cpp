@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
@@ -18,20 +17,12 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr quint32 Firma = 0x564C5231; // "VLR1"
-constexpr quint32 Fine = 0x454E4421;  // what follows the text of a whole file
 const QString Estensione = u".recupero"_s;
 const QString EstensioneChiave = u".lock"_s;
 
 QString Cartella(const QString &cartella)
 {
     return cartella.isEmpty() ? Recupero::CartellaUtente() : cartella;
-}
-
-void Prepara(QDataStream &flusso)
-{
-    flusso.setVersion(QDataStream::Qt_6_4);
-    flusso.setByteOrder(QDataStream::LittleEndian);
 }
 
 // The old file or the new one, never half of one.
@@ -41,11 +32,8 @@ bool Scrivi(const QString &file, const PaginaRecuperata &pagina)
     if (!scritto.open(QIODevice::WriteOnly))
         return false;
     scritto.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    QDataStream flusso(&scritto);
-    Prepara(flusso);
-    flusso << Firma << pagina.FileCorrente << pagina.codifica << pagina.quando << pagina.testo << Fine;
     // A disk that fills up while the last bytes leave the buffer shows here and not in commit().
-    return flusso.status() == QDataStream::Ok && scritto.flush() && scritto.commit();
+    return FileRecupero::Scrivi(scritto, pagina) && scritto.flush() && scritto.commit();
 }
 
 std::optional<PaginaRecuperata> LeggiFile(const QString &file)
@@ -53,18 +41,7 @@ std::optional<PaginaRecuperata> LeggiFile(const QString &file)
     QFile letto(file);
     if (!letto.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QDataStream flusso(&letto);
-    Prepara(flusso);
-    quint32 firma = 0;
-    quint32 fine = 0;
-    PaginaRecuperata pagina;
-    flusso >> firma;
-    if (firma != Firma)
-        return std::nullopt;
-    flusso >> pagina.FileCorrente >> pagina.codifica >> pagina.quando >> pagina.testo >> fine;
-    if (flusso.status() != QDataStream::Ok || fine != Fine)
-        return std::nullopt;
-    return pagina;
+    return FileRecupero::Leggi(letto);
 }
 
 std::unique_ptr<QLockFile> Chiave(const QString &base)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/FileRecupero.h"
+
 #include <memory>
 #include <optional>
 
@@ -12,14 +14,6 @@
 
 class QLockFile;
 class RichTextBox;
-
-/// A page that a program which did not end in order left behind.
-struct PaginaRecuperata {
-    QString FileCorrente; ///< full path of the page; empty for one without a file
-    QString codifica;     ///< name of the page's encoding; empty when it had none
-    QString testo;
-    QDateTime quando; ///< when it was written
-};
 
 /// One recovery file that can be offered. As long as it exists no other running program offers it.
 class VoceRecupero

@@ -2,6 +2,7 @@
 
 #include "platform/RichTextBox.h"
 
+#include "platform/CambioDocumento.h"
 #include "platform/Riempimento.h"
 
 #include <QScopedValueRollback>
@@ -258,80 +259,15 @@ void RichTextBox::DocumentoCambiato(int da, int tolti, int aggiunti)
     const int codaInterruzioni = doc->blockCount() - 1 - ultimoBlocco.blockNumber();
 
     // What lies before the range and after it is as it was, so the old range follows from the new one.
-    int inizio = InizioBlocco(primoBlocco) + da - primoBlocco.position();
-    int interruzione = primoBlocco.blockNumber();
-    int fineInterruzioni = interruzioniVecchie - codaInterruzioni;
+    CambioDocumento cambio(m_testo, m_interruzioni);
+    cambio.inizio = InizioBlocco(primoBlocco) + da - primoBlocco.position();
+    cambio.prima = primoBlocco.blockNumber();
+    cambio.dopo = interruzioniVecchie - codaInterruzioni;
     const int codaUnita = lunghezzaDoc - fineDoc - codaInterruzioni + m_interruzioni.UnitaPrima(interruzioniVecchie) -
-                          m_interruzioni.UnitaPrima(fineInterruzioni);
-    int fine = Lunghezza() - codaUnita;
-
-    // The new content of the range, block by block; what did not change of it is left alone, looks and line ends too.
-    QString nuovo;
-    std::vector<Interruzione> tipi;
-    const auto pezzoDi = [&](const QTextBlock &blocco) {
-        const int daQui = std::max(da, blocco.position());
-        const int aQui = std::min(fineDoc, blocco.position() + blocco.length() - 1);
-        return blocco.text().mid(daQui - blocco.position(), aQui - daQui);
-    };
-    bool inTesta = true;
-    std::vector<qsizetype> inizi; // where each break stands in the new text
-    for (QTextBlock blocco = primoBlocco; blocco.isValid(); blocco = blocco.next()) {
-        QString pezzo = pezzoDi(blocco);
-        const bool ultimo = blocco == ultimoBlocco;
-        qsizetype uguali = 0;
-        if (inTesta) {
-            while (uguali < pezzo.size() && inizio + uguali < fine &&
-                   m_testo.at(inizio + uguali) == pezzo[uguali].unicode())
-                ++uguali;
-            inizio += int(uguali);
-            if (uguali < pezzo.size() || ultimo) {
-                inTesta = false;
-            } else if (interruzione < fineInterruzioni) {
-                const Interruzione tipo = m_interruzioni.Tipo(interruzione);
-                const int unita = UnitaDi(tipo);
-                const bool stessa =
-                    inizio + unita <= fine && (unita == 0 || InterruzioneIn(Parte(inizio, 2), 0) == int(tipo));
-                if (stessa) {
-                    inizio += unita;
-                    ++interruzione;
-                    continue;
-                }
-                inTesta = false;
-            } else {
-                inTesta = false;
-            }
-        }
-        nuovo += QStringView(pezzo).sliced(uguali);
-        if (ultimo)
-            break;
-        inizi.push_back(nuovo.size());
-        tipi.push_back(Interruzione::CrLf);
-        nuovo += u"\r\n";
-    }
-    // From the end: equal characters, and equal breaks with what they stand for.
-    qsizetype fineNuovo = nuovo.size();
-    while (fineNuovo > 0 && fine > inizio) {
-        if (!inizi.empty() && inizi.back() + 2 == fineNuovo) {
-            if (fineInterruzioni <= interruzione)
-                break;
-            const Interruzione tipo = m_interruzioni.Tipo(fineInterruzioni - 1);
-            const int unita = UnitaDi(tipo);
-            if (fine - unita < inizio || (unita > 0 && InterruzioneIn(Parte(fine - unita, 2), 0) != int(tipo)))
-                break;
-            fine -= unita;
-            fineNuovo -= 2;
-            inizi.pop_back();
-            tipi.pop_back();
-            --fineInterruzioni;
-        } else if (m_testo.at(fine - 1) == nuovo[fineNuovo - 1].unicode()) {
-            --fine;
-            --fineNuovo;
-        } else {
-            break;
-        }
-    }
-    nuovo.truncate(fineNuovo);
-    Registra(inizio, fine, interruzione, fineInterruzioni - interruzione, nuovo, tipi);
+                          m_interruzioni.UnitaPrima(cambio.dopo);
+    cambio.fine = Lunghezza() - codaUnita;
+    cambio.Restringi(primoBlocco, ultimoBlocco, da, fineDoc);
+    Registra(cambio.inizio, cambio.fine, cambio.prima, cambio.dopo - cambio.prima, cambio.nuovo, cambio.tipi);
 }
 
 void RichTextBox::Registra(int da, int fine, int primaInterruzione, int interruzioniTolte, QStringView nuovo,

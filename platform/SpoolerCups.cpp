@@ -22,7 +22,7 @@ using OpzioniStampante::Opzioni;
 class Destinazioni
 {
 public:
-    Destinazioni() { m_quante = cupsGetDests2(CUPS_HTTP_DEFAULT, &m_prima); }
+    Destinazioni() : m_quante(cupsGetDests2(CUPS_HTTP_DEFAULT, &m_prima)) {}
     ~Destinazioni() { cupsFreeDests(m_quante, m_prima); }
     Q_DISABLE_COPY_MOVE(Destinazioni)
 
@@ -32,8 +32,8 @@ public:
     [[nodiscard]] cups_dest_t *end() const { return m_prima + m_quante; }
 
 private:
-    cups_dest_t *m_prima = nullptr;
-    int m_quante = 0;
+    cups_dest_t *m_prima = nullptr; ///< before m_quante, whose making sets it
+    int m_quante;
 };
 
 /// "printer" or "printer/instance".

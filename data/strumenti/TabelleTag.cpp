@@ -170,8 +170,8 @@ private:
     void ControllaValori()
     {
         m_file = u"attributi.tsv"_s;
-        for (auto voce = m_voci.cbegin(); voce != m_voci.cend(); ++voce) {
-            for (const Attributo &a : voce->attributi) {
+        for (const auto &voce : m_voci) {
+            for (const Attributo &a : voce.attributi) {
                 if (a.tipo == Parola && a.valori.isEmpty())
                     Errore(a.riga, u"\"%1\" is of Type parola and has no value"_s.arg(a.nome));
                 else if (a.tipo == Booleano && a.valori != QStringList(a.nome.toLower()))

@@ -15,10 +15,9 @@
 using namespace Qt::StringLiterals;
 
 MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
-    : m_ospite(ospite), m_contenitore(contenitore)
+    : m_ospite(ospite), m_contenitore(contenitore), m_vista(new QWebEngineView(&contenitore))
 {
     CreaProfilo();
-    m_vista = new QWebEngineView(&contenitore);
     m_vista->setObjectName(u"VistaBrowser"_s);
     m_vista->setContextMenuPolicy(Qt::NoContextMenu);
     m_vista->setAcceptDrops(false);
