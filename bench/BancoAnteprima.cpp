@@ -176,7 +176,7 @@ bool BancoAnteprima(const Schermo &schermo, const QStringList &comando)
         Misure misure;
         Seduta seduta(schermo, comando + QStringList{nome});
         bool va = seduta.Avvio(misure);
-        for (int giri = unita > 5'000'000 ? 5 : 11; giri > 0 && va; --giri)
+        for (int giri = unita > 5'000'000 ? 3 : 11; giri > 0 && va; --giri)
             va = seduta.Refresh(misure);
         if (va)
             seduta.Memoria(misure);
