@@ -1,24 +1,15 @@
 #include "app/Domande.h"
 
 #include "app/TabellaLingua.h"
+#include "dialogs/Pezzi.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-void Mostra(QWidget *finestra, QMessageBox::Icon icona, const QString &testo, const QString &dettaglio = {})
-{
-    QMessageBox messaggio(icona, QApplication::applicationName(), testo, QMessageBox::Ok, finestra);
-    messaggio.setObjectName(u"Messaggio"_s);
-    messaggio.setTextFormat(Qt::PlainText);
-    messaggio.setInformativeText(dettaglio);
-    messaggio.exec();
-}
 
 /// A question that only its buttons answer: a stray Escape must not throw a page away.
 class SoloBottoni : public QMessageBox
@@ -40,22 +31,22 @@ protected:
 
 void Domande::Informa(QWidget *finestra, const QString &testo)
 {
-    Mostra(finestra, QMessageBox::Information, testo);
+    Pezzi::MostraMessaggio(finestra, QMessageBox::Information, testo);
 }
 
 void Domande::Avverti(QWidget *finestra, const QString &testo, const QString &dettaglio)
 {
-    Mostra(finestra, QMessageBox::Warning, testo, dettaglio);
+    Pezzi::MostraMessaggio(finestra, QMessageBox::Warning, testo, dettaglio);
 }
 
 void Domande::Semplice(QWidget *finestra, const QString &testo)
 {
-    Mostra(finestra, QMessageBox::NoIcon, testo);
+    Pezzi::MostraMessaggio(finestra, QMessageBox::NoIcon, testo);
 }
 
 void Domande::Critico(QWidget *finestra, const QString &testo)
 {
-    Mostra(finestra, QMessageBox::Critical, testo);
+    Pezzi::MostraMessaggio(finestra, QMessageBox::Critical, testo);
 }
 
 bool Domande::ChiediConferma(QWidget *finestra)

@@ -11,7 +11,7 @@ namespace Domande
 void Informa(QWidget *finestra, const QString &testo);
 /// \a dettaglio: the system's own words, shown below; may be empty.
 void Avverti(QWidget *finestra, const QString &testo, const QString &dettaglio = {});
-/// Without icon and title.
+/// Without an icon.
 void Semplice(QWidget *finestra, const QString &testo);
 void Critico(QWidget *finestra, const QString &testo);
 

@@ -8,6 +8,7 @@
 #include "dialogs/SceltaFont.h"
 #include "dialogs/TestoHtml.h"
 #include "platform/RichTextBox.h"
+#include "platform/TastiDopoDialogo.h"
 
 #include <QPointer>
 
@@ -32,17 +33,6 @@ private:
     bool m_acceso;
 };
 
-/// What the dialog Finestra leaves behind; empty when it was cancelled.
-template <typename Finestra>
-QString Chiedi(QWidget *padre)
-{
-    // On the heap and watched: the owner may go, and the dialog with it, while it is open.
-    const QPointer<Finestra> dialogo = new Finestra(padre);
-    dialogo->exec();
-    delete dialogo.data();
-    return ModuloDichiarazioni::Stato().TestoInserimento;
-}
-
 } // namespace
 
 Frammenti::Frammenti(RichTextBox *pad, QWidget *finestra) : QObject(finestra), m_pad(pad), m_finestra(finestra) {}
@@ -53,9 +43,9 @@ void Frammenti::Collega(Comandi &comandi)
         const QString comando = frammento.comando.toString();
         comandi.Collega(comando, [this, comando] { InserisciTesto(TabellaFrammenti::Testo(comando)); });
     }
-    comandi.Collega(u"MenuCollegamenti(0)"_s, [this] { ScegliImmagine(); });
-    comandi.Collega(u"MenuCollegamenti(1)"_s, [this] { ScegliSfondo(); });
-    comandi.Collega(u"MenuTabella(0)"_s, [this] { InserisciTabella(); });
+    comandi.Collega(u"MenuCollegamenti(0)"_s, [this] { Chiedi<FrmImage>(&Frammenti::InserisciImmagine); });
+    comandi.Collega(u"MenuCollegamenti(1)"_s, [this] { Chiedi<FrmImage>(&Frammenti::InserisciSfondo); });
+    comandi.Collega(u"MenuTabella(0)"_s, [this] { Chiedi<FrmTabella>(&Frammenti::InserisciTabella); });
     comandi.Collega(u"MFont"_s, [this] { InserisciFont(); });
     comandi.Collega(u"ToolFormat(5)"_s, [this] { RientroRiga(Riduci); });
     comandi.Collega(u"ToolFormat(6)"_s, [this] { RientroRiga(Aumenta); });
@@ -88,51 +78,39 @@ void Frammenti::InserisciImmagine(const QString &riferimento)
         InserisciTesto(testo);
 }
 
-std::optional<Frammenti::Sostituzione> Frammenti::SfondoPagina(QStringView pagina, const QString &immagine)
-{
-    const QString corpo = u"<BODY"_s;
-    const qsizetype trovato = immagine.isEmpty() ? -1 : pagina.indexOf(corpo, 0, Qt::CaseInsensitive);
-    if (trovato < 0)
-        return std::nullopt;
-    return Sostituzione{int(trovato), int(corpo.size()), corpo + TestoHtml::Attributo(u"background", immagine)};
-}
-
 void Frammenti::InserisciSfondo(const QString &immagine)
 {
-    const std::optional<Sostituzione> cambio = SfondoPagina(m_pad->Text(), immagine);
-    if (!cambio) {
+    const QString corpo = u"<BODY"_s;
+    const int inizio = immagine.isEmpty() ? -1 : int(m_pad->Text().indexOf(corpo, 0, Qt::CaseInsensitive));
+    if (inizio < 0) {
         InserisciTesto({});
         return;
     }
+    const QString testo = corpo + TestoHtml::Attributo(u"background", immagine);
     emit InCambiamento();
-    m_pad->Sostituisci(cambio->da, cambio->quanti, cambio->testo);
-    Verifica(cambio->da + 1, cambio->da + int(cambio->testo.size()));
+    m_pad->Sostituisci(inizio, int(corpo.size()), testo);
+    Verifica(inizio + 1, inizio + int(testo.size()));
     emit Cambiato();
     emit AnteprimaRichiesta();
 }
 
-void Frammenti::ScegliImmagine()
+void Frammenti::InserisciTabella(const QString &tabella)
 {
-    const QPointer<Frammenti> questo(this);
-    const QString scelta = Chiedi<FrmImage>(m_finestra);
-    if (questo)
-        InserisciImmagine(scelta);
-}
-
-void Frammenti::ScegliSfondo()
-{
-    const QPointer<Frammenti> questo(this);
-    const QString scelta = Chiedi<FrmImage>(m_finestra);
-    if (questo)
-        InserisciSfondo(scelta);
-}
-
-void Frammenti::InserisciTabella()
-{
-    const QPointer<Frammenti> questo(this);
-    const QString tabella = Chiedi<FrmTabella>(m_finestra);
-    if (questo && !tabella.isEmpty())
+    if (!tabella.isEmpty())
         InserisciTesto(tabella);
+}
+
+template <typename Finestra>
+void Frammenti::Chiedi(void (Frammenti::*inserisci)(const QString &))
+{
+    // Watched, and the dialog on the heap: the owner may go, and both with it, while the dialog is open.
+    const QPointer<Frammenti> questo(this);
+    const QPointer<Finestra> dialogo = new Finestra(m_finestra);
+    new TastiDopoDialogo(dialogo, m_pad);
+    dialogo->exec();
+    delete dialogo.data();
+    if (questo)
+        (this->*inserisci)(ModuloDichiarazioni::Stato().TestoInserimento);
 }
 
 void Frammenti::InserisciFont()

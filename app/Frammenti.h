@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-
 #include <QObject>
 
 class Comandi;
@@ -25,14 +23,10 @@ public:
     void InserisciTesto(const QString &testo);
     /// Inserts the picture \a riferimento; nothing when that is empty.
     void InserisciImmagine(const QString &riferimento);
-    /// Makes \a immagine the background of the page's body.
+    /// Makes \a immagine the background of the page's body; the page stays as it is without an image or a body.
     void InserisciSfondo(const QString &immagine);
-    /// Asks for a picture and inserts it.
-    void ScegliImmagine();
-    /// Asks for a picture and makes it the background.
-    void ScegliSfondo();
-    /// Asks for a table and inserts it.
-    void InserisciTabella();
+    /// Inserts \a tabella; nothing when that is empty.
+    void InserisciTabella(const QString &tabella);
     /// Asks for a font and inserts it.
     void InserisciFont();
 
@@ -40,14 +34,6 @@ public:
     /// Takes one indentation character from the start of the caret's line, or puts a tab there. Leaves the first line
     /// of the page alone.
     void RientroRiga(quint8 modo);
-
-    struct Sostituzione {
-        int da = 0; ///< 0-based
-        int quanti = 0;
-        QString testo;
-    };
-    /// The change that gives \a pagina the background \a immagine; none without an image or a body.
-    [[nodiscard]] static std::optional<Sostituzione> SfondoPagina(QStringView pagina, const QString &immagine);
 
 signals:
     /// The page is about to change: what was typed before is a step of its own.
@@ -60,6 +46,9 @@ signals:
     void AnteprimaRichiesta();
 
 private:
+    /// Opens the dialog Finestra and hands what it leaves behind to \a inserisci.
+    template <typename Finestra>
+    void Chiedi(void (Frammenti::*inserisci)(const QString &));
     void Verifica(int posizione, int dopo);
 
     RichTextBox *m_pad;

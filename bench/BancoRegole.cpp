@@ -104,7 +104,7 @@ void BancoControllo::ControllaAlCaretto()
 void BancoControllo::VaiInUnTag()
 {
     int minore = m_controllo->CercaAvanti(u'<', m_controllo->Lunghezza() / 2);
-    while (m_controllo->Unita(minore + 1) == u'!')
+    while (!m_controllo->Unita(minore + 1).isLetter())
         minore = m_controllo->CercaAvanti(u'<', minore + 1);
     m_controllo->ImpostaSelStart(minore + 1);
 }

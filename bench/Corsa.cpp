@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
-constexpr double Quiete = 400; ///< a picture unchanged for so long is complete; shorter than a blink of the caret
+constexpr double Quiete = 400; ///< a picture unchanged for so long is complete
 
 bool Xdotool(const QStringList &argomenti)
 {
@@ -37,6 +37,9 @@ double MemoriaDi(qint64 processo)
 
 Valore Mediana(std::vector<Valore> valori)
 {
+    std::erase(valori, std::nullopt);
+    if (valori.empty())
+        return std::nullopt;
     std::sort(valori.begin(), valori.end());
     return valori[valori.size() / 2];
 }
@@ -72,33 +75,61 @@ Valore Corsa::FinoAllaFinestra()
     return std::nullopt;
 }
 
-Valore Corsa::FinoAlDisegno()
+Corsa::Disegno Corsa::FinoAlDisegno(const QRect &testo)
 {
     quint64 figura = m_schermo.Figura();
+    quint64 figuraPrima = figura; // a caret that blinks brings back the one before: that is no change
+    quint64 figuraTesto = m_schermo.Figura(testo);
     double ultima = Trascorsi();
+    double ultimaTesto = ultima;
     // While the program works at something the picture is not complete, however still it stands.
     double lavoro = Processore();
     double dal = ultima;
-    while (Trascorsi() < Pazienza) {
+    while (Trascorsi() < Pazienza && m_processo.state() == QProcess::Running) {
         std::this_thread::sleep_for(5ms);
+        m_processo.waitForFinished(0);
+        const quint64 adessoTesto = m_schermo.Figura(testo);
+        if (std::exchange(figuraTesto, adessoTesto) != adessoTesto)
+            ultimaTesto = Trascorsi();
         const quint64 adesso = m_schermo.Figura();
-        const bool cambiata = std::exchange(figura, adesso) != adesso;
+        const bool cambiata = adesso != figura && adesso != figuraPrima;
+        if (adesso != figura)
+            figuraPrima = std::exchange(figura, adesso);
         if (cambiata)
             ultima = Trascorsi();
         else if (Trascorsi() - dal <= Quiete)
             continue;
-        else if (Processore() - lavoro < Quiete / 2)
-            return ultima;
+        else if (Processore() - lavoro < Quiete / 4)
+            return {ultima, figuraTesto != 0 ? Valore(ultimaTesto) : std::nullopt};
         dal = Trascorsi();
         lavoro = Processore();
     }
-    return std::nullopt;
+    return {};
+}
+
+bool Corsa::Riposa() const
+{
+    const auto lavoro = [this] {
+        double somma = 0;
+        for (const qint64 processo : Famiglia())
+            somma += ProcessoreDi(processo);
+        return somma;
+    };
+    const double inizio = Orologio::Adesso();
+    for (double prima = lavoro(); Orologio::Adesso() - inizio < Pazienza;) {
+        std::this_thread::sleep_for(1s);
+        const double adesso = lavoro();
+        if (adesso - std::exchange(prima, adesso) < 50)
+            return true;
+    }
+    return false;
 }
 
 Valore Corsa::Battitura()
 {
     constexpr int lettere = 200;
-    if (!Xdotool({u"mousemove"_s, u"--window"_s, QString::number(m_finestra), u"400"_s, u"350"_s, u"click"_s, u"1"_s}))
+    const QPoint dove = Testo().center();
+    if (!Xdotool({u"mousemove"_s, QString::number(dove.x()), QString::number(dove.y()), u"click"_s, u"1"_s}))
         return std::nullopt;
     std::this_thread::sleep_for(500ms);
     const quint64 figura = m_schermo.Figura();
@@ -143,10 +174,10 @@ std::vector<qint64> Corsa::Famiglia() const
     return famiglia;
 }
 
-// Of the program itself, user and system.
-double Corsa::Processore() const
+// Of the process itself, user and system.
+double Corsa::ProcessoreDi(qint64 processo)
 {
-    std::ifstream stato("/proc/" + std::to_string(m_processo.processId()) + "/stat");
+    std::ifstream stato("/proc/" + std::to_string(processo) + "/stat");
     std::string riga;
     std::getline(stato, riga);
     // The name in brackets may hold blanks; user and system time are the 12th and 13th field after it.

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include <QProcess>
+#include <QRect>
 #include <QStringList>
 #include <QTemporaryDir>
 
 using Valore = std::optional<double>;
 
-/// The median of some measures; one that failed counts as the smallest.
+/// The median of the measures that did not fail; none when all failed.
 [[nodiscard]] Valore Mediana(std::vector<Valore> valori);
 
 /// One run of a program, from its start to its end with this object. Whatever program it is, it is seen by its windows,
@@ -28,10 +29,20 @@ public:
 
     /// Milliseconds from the start until a window is on the screen.
     Valore FinoAllaFinestra();
-    /// Milliseconds from the start until the picture changes no more.
-    Valore FinoAlDisegno();
-    /// Milliseconds of processor time per character typed into the page, where the middle of the window is.
+    /// Milliseconds from the start until the picture changes no more, and until \a testo, a part of the screen where
+    /// lines of the page come to stand, changed no more.
+    struct Disegno {
+        Valore tutto, testo;
+    };
+    Disegno FinoAlDisegno(const QRect &testo);
+    /// Waits until the program and those that it started rest: a browser engine may still load the page's pictures.
+    /// False when they do not within Pazienza.
+    bool Riposa() const;
+    /// Milliseconds of processor time per character typed into the page, where Testo() is.
     Valore Battitura();
+
+    /// The part of the screen where lines of the page stand, once there is a window.
+    [[nodiscard]] QRect Testo() const { return {m_schermo.Angolo(m_finestra) + QPoint(330, 250), QSize(140, 160)}; }
 
     /// Proportional resident megabytes, of the program and the programs that it started.
     [[nodiscard]] Valore Memoria() const;
@@ -40,12 +51,14 @@ public:
     /// Milliseconds of processor time of the thread that has the windows.
     [[nodiscard]] double ProcessoreFinestre() const;
 
+    [[nodiscard]] bool Viva() const { return m_processo.state() == QProcess::Running; }
     [[nodiscard]] double Trascorsi() const;
     [[nodiscard]] Schermo::Finestra Finestra() const { return m_finestra; }
 
 private:
     [[nodiscard]] std::vector<qint64> Famiglia() const;
-    [[nodiscard]] double Processore() const;
+    [[nodiscard]] double Processore() const { return ProcessoreDi(m_processo.processId()); }
+    [[nodiscard]] static double ProcessoreDi(qint64 processo);
 
     const Schermo &m_schermo;
     QTemporaryDir m_dati;

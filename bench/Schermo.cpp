@@ -41,12 +41,21 @@ Schermo::Finestra Schermo::Visibile() const
 
 quint64 Schermo::Figura() const
 {
-    const Window radice = DefaultRootWindow(m_display);
-    const int larghezza = DisplayWidth(m_display, DefaultScreen(m_display));
-    const int altezza = DisplayHeight(m_display, DefaultScreen(m_display));
+    return Figura(QRect(0, 0, DisplayWidth(m_display, DefaultScreen(m_display)),
+                        DisplayHeight(m_display, DefaultScreen(m_display))));
+}
+
+quint64 Schermo::Figura(const QRect &parte) const
+{
+    constexpr int Passo = 8;
+    const QRect schermo(0, 0, DisplayWidth(m_display, DefaultScreen(m_display)),
+                        DisplayHeight(m_display, DefaultScreen(m_display)));
+    if (parte.isEmpty() || !schermo.contains(parte))
+        return 0;
     quint64 somma = 1469598103934665603ULL;
-    for (int riga = 4; riga < altezza; riga += 8) {
-        XImage *immagine = XGetImage(m_display, radice, 0, riga, unsigned(larghezza), 1, AllPlanes, ZPixmap);
+    for (int riga = parte.top() + Passo / 2; riga <= parte.bottom(); riga += Passo) {
+        XImage *immagine = XGetImage(m_display, DefaultRootWindow(m_display), parte.x(), riga, unsigned(parte.width()),
+                                     1, AllPlanes, ZPixmap);
         if (!immagine)
             continue;
         for (int i = 0; i < immagine->bytes_per_line; ++i)
@@ -54,6 +63,15 @@ quint64 Schermo::Figura() const
         XDestroyImage(immagine);
     }
     return somma;
+}
+
+QPoint Schermo::Angolo(Finestra finestra) const
+{
+    int x = 0;
+    int y = 0;
+    Window figlia = 0;
+    XTranslateCoordinates(m_display, finestra, DefaultRootWindow(m_display), 0, 0, &x, &y, &figlia);
+    return {x, y};
 }
 
 unsigned Schermo::Colore(QPoint dove) const

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include <QPoint>
+#include <QRect>
 
 struct _XDisplay; // the header of X11 defines words that Qt uses
 
@@ -24,6 +25,10 @@ public:
     [[nodiscard]] Finestra Visibile() const;
     /// A sum over every eighth row of pixels of the screen.
     [[nodiscard]] quint64 Figura() const;
+    /// The same of that part of the screen alone; 0 when there is no such part.
+    [[nodiscard]] quint64 Figura(const QRect &parte) const;
+    /// Where the window's top left corner is on the screen.
+    [[nodiscard]] QPoint Angolo(Finestra finestra) const;
     /// The colour of that pixel of the screen, 0xRRGGBB.
     [[nodiscard]] unsigned Colore(QPoint dove) const;
     /// The middle of the first square of 8 by 8 pixels in that colour; none when there is no such square.

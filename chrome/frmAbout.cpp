@@ -96,7 +96,22 @@ void frmAbout::Crea()
     figura->setFixedSize(LatoFigura, LatoFigura);
     figura->SetAutoRedraw(true);
     figura->Disegna([](QPainter &p) { ModuloGrafica::Icona(u"velloro").paint(&p, 0, 0, LatoFigura, LatoFigura); });
+    auto *dentro = new QHBoxLayout(cornice);
+    dentro->setContentsMargins(4, 4, 4, 4);
+    dentro->setSpacing(20);
+    dentro->addWidget(figura, 0, Qt::AlignTop);
+    dentro->addLayout(CreaTesti(cornice), 1);
 
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(16, 16, 16, 12);
+    colonna->setSpacing(16);
+    colonna->addWidget(cornice, 1);
+    colonna->addLayout(CreaPulsanti());
+    colonna->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QLayout *frmAbout::CreaTesti(QWidget *cornice)
+{
     m_titolo = Etichetta(u"lblTitle"_s, cornice);
     m_versione = Etichetta(u"lblVersion"_s, cornice);
     auto *qt = Etichetta(u"lblQt"_s, cornice);
@@ -112,50 +127,43 @@ void frmAbout::Crea()
     m_descrizione->setWordWrap(true);
     m_descrizione->setFixedWidth(Misure::InPixel(LarghezzaTesto));
 
+    constexpr int Distacco = 6; // pixels between groups of texts
     auto *testi = new QVBoxLayout;
     testi->setSpacing(3);
     testi->addWidget(m_titolo);
     testi->addWidget(m_versione);
-    testi->addSpacing(6);
+    testi->addSpacing(Distacco);
     testi->addWidget(qt);
     testi->addWidget(licenza);
-    testi->addSpacing(6);
+    testi->addSpacing(Distacco);
     testi->addWidget(m_utente);
-    testi->addSpacing(6);
+    testi->addSpacing(Distacco);
     testi->addWidget(linea);
-    testi->addSpacing(6);
+    testi->addSpacing(Distacco);
     testi->addWidget(m_avvertenza);
     testi->addWidget(m_descrizione);
     testi->addStretch(1);
-    auto *dentro = new QHBoxLayout(cornice);
-    dentro->setContentsMargins(4, 4, 4, 4);
-    dentro->setSpacing(20);
-    dentro->addWidget(figura, 0, Qt::AlignTop);
-    dentro->addLayout(testi, 1);
+    return testi;
+}
 
+QLayout *frmAbout::CreaPulsanti()
+{
     auto *info = new QPushButton(Messaggio(321), this);
     info->setObjectName(u"cmdSysInfo"_s);
     info->setAutoDefault(false);
+    connect(info, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
     auto *ok = new QPushButton(Messaggio(120), this);
     ok->setObjectName(u"cmdOK"_s);
     ok->setProperty("Tag", u"D"_s);
     ok->setDefault(true);
-    auto *pulsanti = new QHBoxLayout;
-    pulsanti->setSpacing(8);
-    pulsanti->addWidget(info);
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(ok);
-
-    auto *colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(16, 16, 16, 12);
-    colonna->setSpacing(16);
-    colonna->addWidget(cornice, 1);
-    colonna->addLayout(pulsanti);
-    colonna->setSizeConstraint(QLayout::SetFixedSize);
-
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(info, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
     ok->setFocus();
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    auto *riga = new QHBoxLayout;
+    riga->setSpacing(8);
+    riga->addWidget(info);
+    riga->addStretch(1);
+    riga->addWidget(ok);
+    return riga;
 }
 
 void frmAbout::Riempi()

@@ -5,6 +5,7 @@
 #include "platform/Registro.h"
 
 class QLabel;
+class QLayout;
 
 /// The About box: the program's title and version, what it is, under whose name the system is registered, and the
 /// button that starts the system information tool.
@@ -26,6 +27,8 @@ public:
 
 private:
     void Crea();
+    [[nodiscard]] QLayout *CreaTesti(QWidget *cornice);
+    [[nodiscard]] QLayout *CreaPulsanti();
     void Riempi();
 
     QLabel *m_titolo = nullptr;

@@ -4,8 +4,8 @@
 
 #include "platform/CaricaImmagine.h"
 
-/// Shows one picture: at its own size, fitted into the area, or at any zoom step. Takes no more memory than the picture
-/// itself, whatever the zoom.
+/// Shows one picture: at its own size, fitted into the area, or at any zoom step. Besides
+/// the picture it keeps at most one smaller copy, whatever the zoom.
 class AnteprimaImmagine : public QScrollArea
 {
     Q_OBJECT

@@ -83,15 +83,15 @@ void FrmFont::CreaControlli()
     m_facce = Crea<QListWidget>(u"LstFacce"_s, this);
     m_facce->setUniformItemSizes(true);
     m_facce->setMinimumSize(Misure::InPixel(3600), Misure::InPixel(2250));
-    m_facce->setAccessibleName(Messaggio(360).remove(u'&'));
+    m_facce->setAccessibleName(NomeDa(360));
     m_stili = Crea<QListWidget>(u"LstStili"_s, this);
-    m_stili->setAccessibleName(Messaggio(361).remove(u'&'));
+    m_stili->setAccessibleName(NomeDa(361));
     m_stili->setFixedWidth(Misure::InPixel(2100));
     m_dimensione = Crea<QSpinBox>(u"TxtDimensione"_s, this);
     m_dimensione->setRange(1, MassimaDimensione);
     m_dimensioni = Crea<QListWidget>(u"LstDimensioni"_s, this);
     m_dimensioni->setFixedWidth(Misure::InPixel(1350));
-    m_dimensioni->setAccessibleName(Messaggio(362).remove(u'&'));
+    m_dimensioni->setAccessibleName(NomeDa(362));
     m_dimensione->setFixedWidth(m_dimensioni->width());
 
     auto *griglia = new QGridLayout(this);
@@ -168,19 +168,11 @@ QWidget *FrmFont::CreaEsempio()
 
 QLayout *FrmFont::CreaPulsanti()
 {
-    m_ok = Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
-    m_ok->setDefault(true);
-    auto *annulla = Pulsante(u"Cmd(1)"_s, Messaggio(314), this);
-    annulla->setAutoDefault(false);
+    const Pulsanti pulsanti = Pezzi::CreaPulsanti(this, 314);
+    m_ok = pulsanti.conferma;
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(annulla, &QPushButton::clicked, this, &QDialog::reject);
-    auto *riga = new QHBoxLayout;
-    riga->setContentsMargins(0, 8, 0, 0);
-    riga->setSpacing(8);
-    riga->addStretch(1);
-    riga->addWidget(m_ok);
-    riga->addWidget(annulla);
-    return riga;
+    pulsanti.riga->setContentsMargins(0, 8, 0, 0);
+    return pulsanti.riga;
 }
 
 void FrmFont::RiempiElenchi()

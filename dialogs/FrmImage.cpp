@@ -14,11 +14,9 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
@@ -30,17 +28,9 @@ using Pezzi::Crea;
 namespace
 {
 
-const QString FiltroImmagini = u"JPG / GIF / BMP / PNG / WebP / SVG (*.jpg, *.gif, *.bmp, *.png, *.webp, *.svg)\0"
-                               "*.jpg;*.jpeg;*.gif;*.bmp;*.png;*.webp;*.svg\0\0"_s;
-
-/// Shows the hour-glass as long as it lives.
-class Attesa
-{
-public:
-    Attesa() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Attesa() { QGuiApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(Attesa)
-};
+const QString FiltroImmagini =
+    u"JPG / GIF / BMP (*.jpg, *.gif, *.bmp)\0*.jpg;*.gif;*.bmp\0"
+    "JPEG / PNG / WebP / SVG (*.jpeg, *.png, *.webp, *.svg)\0*.jpeg;*.png;*.webp;*.svg\0\0"_s;
 
 } // namespace
 
@@ -137,18 +127,11 @@ QLayout *FrmImage::CreaComandi(QWidget *parent)
 
 QLayout *FrmImage::CreaPulsanti()
 {
-    m_ok = Pezzi::Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
-    m_ok->setDefault(true);
-    m_esci = Pezzi::Pulsante(u"Cmd(1)"_s, Messaggio(8), this);
-    m_esci->setAutoDefault(false);
+    const Pezzi::Pulsanti pulsanti = Pezzi::CreaPulsanti(this, 8);
+    m_ok = pulsanti.conferma;
+    m_esci = pulsanti.esci;
     connect(m_ok, &QPushButton::clicked, this, &FrmImage::Conferma);
-    connect(m_esci, &QPushButton::clicked, this, &QDialog::reject);
-    auto *riga = new QHBoxLayout;
-    riga->setSpacing(8);
-    riga->addStretch(1);
-    riga->addWidget(m_ok);
-    riga->addWidget(m_esci);
-    return riga;
+    return pulsanti.riga;
 }
 
 void FrmImage::changeEvent(QEvent *evento)
@@ -208,12 +191,12 @@ void FrmImage::Sfoglia()
     const QString vicino = m_file->text().isEmpty() ? pagina : Percorso();
     const QString cartella = vicino.isEmpty() ? QString() : QFileInfo(vicino).absolutePath();
     QStringList scelti;
-    ModuloPrincipale::ApriFileDialogo(
-        this, scelti, false, FiltroImmagini, QFileInfo(cartella).isDir() ? cartella : QString(), {}, Messaggio(318),
-        [](QWidget *finestra, const QString &) {
-            QMessageBox::information(finestra, QGuiApplication::applicationDisplayName(), Messaggio(91));
-            return false;
-        });
+    ModuloPrincipale::ApriFileDialogo(this, scelti, false, FiltroImmagini,
+                                      QFileInfo(cartella).isDir() ? cartella : QString(), {}, Messaggio(318),
+                                      [](QWidget *finestra, const QString &) {
+                                          Pezzi::MostraMessaggio(finestra, QMessageBox::Information, Messaggio(91));
+                                          return false;
+                                      });
     if (scelti.value(0).isEmpty())
         return;
     m_file->setText(scelti.constFirst());
@@ -226,15 +209,15 @@ void FrmImage::AnteprimaDelFile()
     const QString percorso = Percorso();
     if (!File_System::FileEsiste(percorso)) {
         m_anteprima->Mostra({});
-        Avvisa(Messaggio(91));
+        Pezzi::MostraMessaggio(this, QMessageBox::Information, Messaggio(91));
         return;
     }
     {
-        const Attesa clessidra;
+        const Pezzi::CursoreAttesa clessidra;
         m_anteprima->Mostra(CaricaImmagine::Carica(percorso));
     }
     if (m_anteprima->Vuota())
-        Avvisa(Messaggio(323).arg(m_file->text()));
+        Pezzi::MostraMessaggio(this, QMessageBox::Information, Messaggio(323).arg(m_file->text()));
 }
 
 /// The box lost the focus: what the preview has seen already is not told again, nor that nothing was chosen.
@@ -263,11 +246,6 @@ void FrmImage::AggiornaZoom()
                           : u"%1 × %2 · %3%"_s.arg(m_anteprima->Misura().width())
                                 .arg(m_anteprima->Misura().height())
                                 .arg(qRound(m_anteprima->Zoom() * 100)));
-}
-
-void FrmImage::Avvisa(const QString &testo)
-{
-    QMessageBox::information(this, QGuiApplication::applicationDisplayName(), testo);
 }
 
 void FrmImage::Conferma()

@@ -36,7 +36,6 @@ private:
     void AllaPerdita();
     void AggiornaRiferimento();
     void AggiornaZoom();
-    void Avvisa(const QString &testo);
     void Conferma();
 
     QLineEdit *m_file = nullptr;

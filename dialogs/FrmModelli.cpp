@@ -53,6 +53,7 @@ FrmModelli::FrmModelli(RichTextBox *pad, QWidget *parent) : QDialog(parent), m_p
     RiempiElenco();
     ModuloGrafica::Decora(*this);
     m_elenco->setFocus();
+    new TastiDopoDialogo(this, m_pad);
 }
 
 void FrmModelli::Crea()
@@ -133,6 +134,5 @@ void FrmModelli::done(int esito)
 {
     if (m_nonMostrare->isChecked() == Modelli::Mostra())
         Modelli::ImpostaMostra(!m_nonMostrare->isChecked());
-    new TastiDopoDialogo(this, m_pad); // a page that was just chosen is typed in at once
     QDialog::done(esito);
 }

@@ -9,18 +9,15 @@
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using ModuloDichiarazioni::Stato;
 using ModuloPrincipale::Messaggio;
 using Pezzi::Crea;
-using Pezzi::Titolo;
 
 namespace
 {
@@ -35,6 +32,32 @@ QLineEdit *Casella(const QString &nome, const QString &testo, int massimo, QWidg
     casella->setText(testo);
     casella->setFixedWidth(Misure::InPixel(1050));
     return casella;
+}
+
+/// A line of a panel.
+struct Riga {
+    QString titolo; ///< object name of the label
+    qint16 messaggio = 0;
+    QLineEdit *casella = nullptr;
+    QComboBox *unita = nullptr;
+};
+
+void Disponi(QWidget *pannello, std::initializer_list<Riga> righe)
+{
+    auto *griglia = new QGridLayout(pannello);
+    griglia->setContentsMargins(12, 12, 12, 12);
+    griglia->setHorizontalSpacing(8);
+    griglia->setVerticalSpacing(8);
+    griglia->setColumnStretch(2, 1);
+    for (const Riga &riga : righe) {
+        const int dove = griglia->rowCount();
+        QLabel *titolo = Pezzi::Titolo(riga.messaggio, riga.casella, pannello);
+        titolo->setObjectName(riga.titolo);
+        griglia->addWidget(titolo, dove, 0);
+        griglia->addWidget(riga.casella, dove, 1);
+        if (riga.unita)
+            griglia->addWidget(riga.unita, dove, 2);
+    }
 }
 
 } // namespace
@@ -68,23 +91,10 @@ QWidget *FrmTabella::CreaDimensioni()
     m_unitaLunghezza = CreaUnita(u"CmbLunghezza"_s, Percento, 97, pannello);
     m_altezza = Casella(u"TxtAltezza"_s, u"80"_s, 4, pannello);
     m_unitaAltezza = CreaUnita(u"CmbAltezza"_s, Pixel, 98, pannello);
-    auto *griglia = new QGridLayout(pannello);
-    griglia->setContentsMargins(12, 12, 12, 12);
-    griglia->setHorizontalSpacing(8);
-    griglia->setVerticalSpacing(8);
-    const auto riga = [&](int dove, const QString &nome, qint16 messaggio, QLineEdit *casella, QComboBox *unita) {
-        QLabel *titolo = Titolo(messaggio, casella, pannello);
-        titolo->setObjectName(nome);
-        griglia->addWidget(titolo, dove, 0);
-        griglia->addWidget(casella, dove, 1);
-        if (unita)
-            griglia->addWidget(unita, dove, 2);
-    };
-    riga(0, u"lblRighe"_s, 95, m_righe, nullptr);
-    riga(1, u"Label1"_s, 96, m_colonne, nullptr);
-    riga(2, u"Label2"_s, 97, m_lunghezza, m_unitaLunghezza);
-    riga(3, u"Label3"_s, 98, m_altezza, m_unitaAltezza);
-    griglia->setColumnStretch(2, 1);
+    Disponi(pannello, {{u"lblRighe"_s, 95, m_righe},
+                       {u"Label1"_s, 96, m_colonne},
+                       {u"Label2"_s, 97, m_lunghezza, m_unitaLunghezza},
+                       {u"Label3"_s, 98, m_altezza, m_unitaAltezza}});
     return gruppo;
 }
 
@@ -95,20 +105,7 @@ QWidget *FrmTabella::CreaMargini()
     m_margine = Casella(u"TxtMargine"_s, u"3"_s, 2, pannello);
     m_spaziatura = Casella(u"TxtSpazziatura"_s, u"2"_s, 2, pannello);
     m_bordo = Casella(u"TxtBordo"_s, u"3"_s, 2, pannello);
-    auto *griglia = new QGridLayout(pannello);
-    griglia->setContentsMargins(12, 12, 12, 12);
-    griglia->setHorizontalSpacing(8);
-    griglia->setVerticalSpacing(8);
-    const auto riga = [&](int dove, const QString &nome, qint16 messaggio, QLineEdit *casella) {
-        QLabel *titolo = Titolo(messaggio, casella, pannello);
-        titolo->setObjectName(nome);
-        griglia->addWidget(titolo, dove, 0);
-        griglia->addWidget(casella, dove, 1);
-    };
-    riga(0, u"Label4"_s, 99, m_margine);
-    riga(1, u"Label5"_s, 100, m_spaziatura);
-    riga(2, u"Label6"_s, 101, m_bordo);
-    griglia->setColumnStretch(2, 1);
+    Disponi(pannello, {{u"Label4"_s, 99, m_margine}, {u"Label5"_s, 100, m_spaziatura}, {u"Label6"_s, 101, m_bordo}});
     return gruppo;
 }
 
@@ -117,7 +114,7 @@ QComboBox *FrmTabella::CreaUnita(const QString &nome, int scelta, qint16 messagg
     auto *unita = Crea<QComboBox>(nome, parent);
     unita->addItems({u"Pixel"_s, Messaggio(110)});
     unita->setCurrentIndex(scelta);
-    unita->setAccessibleName(Messaggio(messaggio).remove(u'&') + u", "_s + Messaggio(258));
+    unita->setAccessibleName(Pezzi::NomeDa(messaggio) + u", "_s + Messaggio(258));
     return unita;
 }
 
@@ -135,18 +132,9 @@ void FrmTabella::AllineaTitoli()
 
 QLayout *FrmTabella::CreaPulsanti()
 {
-    auto *ok = Pezzi::Pulsante(u"Cmd(0)"_s, Messaggio(120), this);
-    ok->setDefault(true);
-    auto *esci = Pezzi::Pulsante(u"Cmd(1)"_s, Messaggio(72), this);
-    esci->setAutoDefault(false);
-    connect(ok, &QPushButton::clicked, this, &FrmTabella::Conferma);
-    connect(esci, &QPushButton::clicked, this, &QDialog::reject);
-    auto *riga = new QHBoxLayout;
-    riga->setSpacing(8);
-    riga->addStretch(1);
-    riga->addWidget(ok);
-    riga->addWidget(esci);
-    return riga;
+    const Pezzi::Pulsanti pulsanti = Pezzi::CreaPulsanti(this, 72);
+    connect(pulsanti.conferma, &QPushButton::clicked, this, &FrmTabella::Conferma);
+    return pulsanti.riga;
 }
 
 TestoTabella::Campi FrmTabella::Campi() const
@@ -165,9 +153,8 @@ void FrmTabella::Conferma()
     const qint64 celle = TestoTabella::Celle(Campi());
     if (celle > TestoTabella::MassimoCelle) {
         const QLocale locale(ModuloPrincipale::NomeLocale(ModuloPrincipale::LinguaCaricata()));
-        QMessageBox::information(
-            this, QGuiApplication::applicationDisplayName(),
-            Messaggio(300).arg(locale.toString(celle), locale.toString(TestoTabella::MassimoCelle)));
+        Pezzi::MostraMessaggio(this, QMessageBox::Information,
+                               Messaggio(300).arg(locale.toString(celle), locale.toString(TestoTabella::MassimoCelle)));
         m_righe->setFocus();
         m_righe->selectAll();
         return;

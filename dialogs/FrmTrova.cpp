@@ -4,20 +4,20 @@
 #include <limits>
 
 #include <QCheckBox>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
 #include "chrome/ModuloGrafica.h"
+#include "dialogs/Pezzi.h"
 #include "platform/Cercatore.h"
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
+#include "platform/TastiDopoDialogo.h"
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -40,14 +40,6 @@ constexpr int AltezzaSostituisci = 2010;
 
 constexpr int PropostaMassima = 1000; // a longer selection is hardly meant as a text to find
 constexpr int MostratoMassimo = 300;  // of a text in a message
-
-class CursoreAttesa
-{
-public:
-    CursoreAttesa() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~CursoreAttesa() { QGuiApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(CursoreAttesa)
-};
 
 void Metti(QWidget *controllo, int sinistra, int cima, int larghezza, int altezza)
 {
@@ -101,6 +93,8 @@ void FrmTrova::Crea()
 
 void FrmTrova::Init(RichTextBox *controllo, quint8 modalita)
 {
+    if (m_pad != controllo)
+        new TastiDopoDialogo(this, controllo);
     m_pad = controllo;
     if (modalita == RipetiTrova) {
         bool fineRicerca = false;
@@ -242,7 +236,7 @@ void FrmTrova::SostituisciTutto()
     int quanti = 0;
     const QString testo = InRighe(m_txtFind->text());
     {
-        const CursoreAttesa attesa;
+        const Pezzi::CursoreAttesa attesa;
         std::vector<int> posizioni;
         if (!testo.isEmpty() && testo.size() <= m_pad->Lunghezza()) {
             const QString pagina = m_pad->Text();
@@ -271,13 +265,7 @@ void FrmTrova::Informa(const QString &testo)
 {
     const QPointer<FrmTrova> questo(this);
     ModuloPrincipale::NonInPrimoPiano(this);
-    QWidget *sopra = isVisible() || !m_pad ? this : m_pad->window();
-    const QPointer<QMessageBox> messaggio = new QMessageBox(
-        QMessageBox::Information, QGuiApplication::applicationDisplayName(), testo, QMessageBox::Ok, sopra);
-    messaggio->setObjectName(u"Messaggio"_s);
-    messaggio->setTextFormat(Qt::PlainText);
-    messaggio->exec();
-    delete messaggio.data();
+    Pezzi::MostraMessaggio(isVisible() || !m_pad ? this : m_pad->window(), QMessageBox::Information, testo);
     if (questo)
         ModuloPrincipale::InPrimoPiano(this);
 }

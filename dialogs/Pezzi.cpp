@@ -6,7 +6,9 @@
 #include "platform/Misure.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -19,12 +21,28 @@ QLabel *Pezzi::Titolo(qint16 messaggio, QWidget *amico, QWidget *parent)
     return titolo;
 }
 
-QPushButton *Pezzi::Pulsante(const QString &nome, const QString &testo, QWidget *parent)
+QString Pezzi::NomeDa(qint16 messaggio)
 {
-    auto *pulsante = Crea<QPushButton>(nome, parent);
-    pulsante->setText(testo);
-    pulsante->setProperty("Tag", u"D"_s);
-    return pulsante;
+    static const QRegularExpression mnemonico(u"\\(&.\\)|&"_s);
+    return Messaggio(messaggio).remove(mnemonico);
+}
+
+Pezzi::Pulsanti Pezzi::CreaPulsanti(QDialog *dialogo, qint16 messaggio)
+{
+    const Pulsanti pulsanti{Crea<QPushButton>(u"Cmd(0)"_s, dialogo), Crea<QPushButton>(u"Cmd(1)"_s, dialogo),
+                            new QHBoxLayout};
+    pulsanti.riga->setSpacing(8);
+    pulsanti.riga->addStretch(1);
+    for (QPushButton *pulsante : {pulsanti.conferma, pulsanti.esci}) {
+        pulsante->setProperty("Tag", u"D"_s);
+        pulsanti.riga->addWidget(pulsante);
+    }
+    pulsanti.conferma->setText(Messaggio(120));
+    pulsanti.conferma->setDefault(true);
+    pulsanti.esci->setText(Messaggio(messaggio));
+    pulsanti.esci->setAutoDefault(false);
+    QObject::connect(pulsanti.esci, &QPushButton::clicked, dialogo, &QDialog::reject);
+    return pulsanti;
 }
 
 PictureBox *Pezzi::Pannello(const QString &nome, const QString &striscia, qint16 messaggio, QWidget *contenitore)
@@ -44,4 +62,15 @@ PictureBox *Pezzi::Pannello(const QString &nome, const QString &striscia, qint16
     colonna->addLayout(sopra);
     colonna->addWidget(pannello, 1);
     return pannello;
+}
+
+void Pezzi::MostraMessaggio(QWidget *finestra, QMessageBox::Icon icona, const QString &testo, const QString &dettaglio)
+{
+    const QPointer<QMessageBox> messaggio =
+        new QMessageBox(icona, QGuiApplication::applicationDisplayName(), testo, QMessageBox::Ok, finestra);
+    messaggio->setObjectName(u"Messaggio"_s);
+    messaggio->setTextFormat(Qt::PlainText);
+    messaggio->setInformativeText(dettaglio);
+    messaggio->exec();
+    delete messaggio.data();
 }

@@ -5,6 +5,7 @@
 #include "chrome/FrmProgressBar.h"
 #include "dialogs/DialogoStampa.h"
 #include "dialogs/ModuloStampa.h"
+#include "dialogs/Pezzi.h"
 #include "dialogs/StampaTesto.h"
 #include "dialogs/TestoStampa.h"
 #include "platform/RichTextBox.h"
@@ -14,7 +15,6 @@
 #include <QBuffer>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
@@ -33,22 +33,12 @@ using namespace ModuloStampa;
 
 constexpr int PausaEventi = 50; // ms between two looks at the window's events
 
-void MostraMessaggio(QWidget *finestra, QMessageBox::Icon icona, const QString &testo, const QString &dettaglio = {})
-{
-    QMessageBox messaggio(icona, QApplication::applicationName(), testo, QMessageBox::Ok, finestra);
-    messaggio.setObjectName(u"Messaggio"_s);
-    messaggio.setTextFormat(Qt::PlainText);
-    messaggio.setInformativeText(dettaglio);
-    messaggio.exec();
-}
-
 /// The progress window of a print: appears when it lasts, and keeps the other windows still.
 class AvanzamentoStampa
 {
 public:
     explicit AvanzamentoStampa(QWidget *finestra) : m_finestra(Messaggio(313), Messaggio(314), finestra)
     {
-        m_finestra.setWindowModality(Qt::ApplicationModal);
         m_finestra.Barra().TextStatus(Messaggio(240));
         m_inizio.start();
         m_ultimo.start();
@@ -147,12 +137,12 @@ void ModuloStampa::StampaScelta(RichTextBox &pad, const QString &nomeFile, const
                     : StampaSuCarta(testo, dispositivo, opzioni, passo, spooler, errore);
     }
     if (esito == EsitoStampa::SenzaPagine)
-        MostraMessaggio(pad.window(), QMessageBox::Information, Messaggio(243));
+        Pezzi::MostraMessaggio(pad.window(), QMessageBox::Information, Messaggio(243));
     if (esito != EsitoStampa::Fallita)
         return;
     const QString testoErrore =
         pdf ? Messaggio(241).arg(dispositivo.outputFileName()) : Messaggio(242).arg(scelta.stampante);
-    MostraMessaggio(pad.window(), QMessageBox::Warning, testoErrore, errore);
+    Pezzi::MostraMessaggio(pad.window(), QMessageBox::Warning, testoErrore, errore);
 }
 
 void ModuloStampa::Stampa(RichTextBox &pad, const QString &nomeFile)
@@ -167,5 +157,5 @@ void ModuloStampa::Stampa(RichTextBox &pad, const QString &nomeFile)
                           return DialogoStampa(finestra, salvate, pad.SelLength() > 0, nomeFile);
                       },
                       [&](const SceltaStampa &scelta) { StampaScelta(pad, nomeFile, scelta, *spooler); },
-                      [&](const QString &testo) { MostraMessaggio(finestra, QMessageBox::NoIcon, testo); }});
+                      [&](const QString &testo) { Pezzi::MostraMessaggio(finestra, QMessageBox::NoIcon, testo); }});
 }

@@ -4,6 +4,8 @@
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -19,13 +21,41 @@ constexpr int FuoriSchermo = -1000;
 
 } // namespace
 
+// Only what lies between the lines that stayed is told as changed, so that the view keeps its place and its choice.
 void ElencoRisultati::Imposta(const Voci &voci)
 {
-    if (voci == m_voci)
+    if (voci.constData() == m_voci.constData() && voci.size() == m_voci.size())
         return;
-    beginResetModel();
-    m_voci = voci;
-    endResetModel();
+    const auto stessa = [&](int qui, int li) {
+        const auto &a = m_voci.at(qui);
+        const auto &b = voci.at(li);
+        return a.testo.constData() == b.testo.constData() ? a.posizione == b.posizione && a.risultato == b.risultato
+                                                          : a == b;
+    };
+    const int prima = int(m_voci.size());
+    const int dopo = int(voci.size());
+    const int comuni = std::min(prima, dopo);
+    int testa = 0;
+    while (testa < comuni && stessa(testa, testa))
+        ++testa;
+    int coda = 0;
+    while (coda < comuni - testa && stessa(prima - 1 - coda, dopo - 1 - coda))
+        ++coda;
+    const int tolte = prima - coda - testa;
+    const int aggiunte = dopo - coda - testa;
+    if (tolte > 0) {
+        beginRemoveRows({}, testa, testa + tolte - 1);
+        if (aggiunte > 0)
+            m_voci.remove(testa, tolte);
+        else
+            m_voci = voci;
+        endRemoveRows();
+    }
+    if (aggiunte > 0) {
+        beginInsertRows({}, testa, testa + aggiunte - 1);
+        m_voci = voci;
+        endInsertRows();
+    }
 }
 
 int ElencoRisultati::rowCount(const QModelIndex &padre) const

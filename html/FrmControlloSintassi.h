@@ -17,7 +17,8 @@ public:
     using QAbstractListModel::QAbstractListModel;
     using Voci = QList<ModuloVerificaSintassi::Registro::Voce>;
 
-    /// Replaces all lines; does nothing when they are the same.
+    /// Makes \a voci the lines; does nothing when they are the same. Lines that stayed at the start and at the end stay
+    /// as they are in the views.
     void Imposta(const Voci &voci);
     [[nodiscard]] const Voci &Tutte() const { return m_voci; }
     [[nodiscard]] int rowCount(const QModelIndex &padre = {}) const override;

@@ -3,8 +3,10 @@
 #include "html/RicercaNomi.h"
 
 #include "app/TabellaLingua.h"
+#include "platform/Cercatore.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -45,14 +47,6 @@ void ScriviMessaggio(QString &messaggio, const Riscontro &riscontro)
     return QString(messaggio).remove(u'\n').remove(u'\r');
 }
 
-/// What stands between the first two single quotes; a null view when they are missing.
-[[nodiscard]] QStringView NomeQuotato(QStringView messaggio)
-{
-    const qsizetype apre = messaggio.indexOf(u'\'');
-    const qsizetype chiude = apre < 1 ? -1 : messaggio.indexOf(u'\'', apre + 1);
-    return chiude < 0 ? QStringView() : messaggio.sliced(apre + 1, chiude - apre - 1);
-}
-
 [[nodiscard]] bool Sta(const LettorePagina &pagina, QStringView nome, qsizetype dove)
 {
     return pagina.Parte(dove, nome.size()).compare(nome, Qt::CaseInsensitive) == 0;
@@ -71,6 +65,20 @@ private:
 };
 
 } // namespace
+
+// The name is what stands between the first two single quotes.
+Registro::Posto Registro::PostoDi(const QString &messaggio)
+{
+    Posto posto;
+    posto.riga = SuUnaRiga(messaggio);
+    const qsizetype apre = posto.riga.indexOf(u'\'');
+    const qsizetype chiude = apre < 1 ? -1 : posto.riga.indexOf(u'\'', apre + 1);
+    if (chiude >= 0) {
+        posto.nome = int(apre) + 1;
+        posto.quanti = int(chiude - apre) - 1;
+    }
+    return posto;
+}
 
 void Registro::Azzera()
 {
@@ -93,7 +101,7 @@ bool Registro::Aggiungi(const Riscontro &riscontro)
     const QString messaggio(m_prova.constData(), m_prova.size());
     m_messaggi.insert(messaggio);
     m_risultati.append({qint32(riscontro.posizione), qint32(riscontro.riga), riscontro.tipo, messaggio});
-    m_posti.emplace_back();
+    m_posti.push_back(PostoDi(messaggio));
     return true;
 }
 
@@ -113,7 +121,6 @@ void Registro::Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento
 {
     struct DaCercare {
         Posto *posto;
-        QString nome;
         int numero; ///< of the name in its search
     };
     std::vector<DaCercare> vicini, ovunque;
@@ -130,22 +137,20 @@ void Registro::Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento
         Posto &posto = m_posti[size_t(i)];
         if (posto.stato == Posto::Trovato)
             continue;
-        const QString messaggio = SuUnaRiga(m_risultati[i].Testo);
-        const QStringView nome = NomeQuotato(messaggio);
-        posto.quanti = int(nome.size());
         // The name stands where its finding was made, or one unit further when a quote or a slash precedes it.
         const qsizetype dove = m_risultati[i].Posizione;
-        if (nome.isNull())
-            posto.stato = Posto::Assente;
-        else if (nome.isEmpty())
-            posto.stato = Posto::Trovato;
-        else if (posto.stato != Posto::Nuovo)
-            vicini.push_back({&posto, nome.toString(), traVicini.Aggiungi(nome)});
+        if (posto.quanti <= 0) {
+            posto.stato = posto.quanti < 0 ? Posto::Assente : Posto::Trovato;
+            continue;
+        }
+        const QStringView nome = posto.Nome();
+        if (posto.stato != Posto::Nuovo)
+            vicini.push_back({&posto, traVicini.Aggiungi(nome)});
         else if (const bool qui = Sta(pagina, nome, dove); qui || Sta(pagina, nome, dove + 1)) {
             posto.stato = Posto::Trovato;
             posto.dove = dove + (qui ? 0 : 1);
         } else
-            ovunque.push_back({&posto, nome.toString(), traTutti.Aggiungi(nome)});
+            ovunque.push_back({&posto, traTutti.Aggiungi(nome)});
     }
     if (!vicini.empty()) {
         const qsizetype inizio = std::max<qsizetype>(0, cambiamento.da - MassimoNome);
@@ -154,10 +159,17 @@ void Registro::Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento
         for (const DaCercare &d : vicini) {
             const bool perso = d.posto->stato == Posto::Perso;
             if (!trova(d, fini, inizio) && perso)
-                ovunque.push_back({d.posto, d.nome, traTutti.Aggiungi(d.nome)});
+                ovunque.push_back({d.posto, traTutti.Aggiungi(d.posto->Nome())});
         }
     }
-    if (!ovunque.empty()) {
+    constexpr size_t Pochi = 4; // so few are looked for one by one more quickly
+    if (!ovunque.empty() && ovunque.size() <= Pochi) {
+        const QString tutta = pagina.Tutta();
+        for (const DaCercare &d : ovunque) {
+            d.posto->dove = Cercatore(d.posto->Nome(), Qt::CaseInsensitive).Prossimo(tutta, 0);
+            d.posto->stato = d.posto->dove < 0 ? Posto::Assente : Posto::Trovato;
+        }
+    } else if (!ovunque.empty()) {
         const std::vector<qsizetype> fini = traTutti.Cerca(pagina.Tutta());
         for (const DaCercare &d : ovunque)
             (void)trova(d, fini, 0);
@@ -180,21 +192,38 @@ const QList<Registro::Voce> &Registro::Visibili(const LettorePagina &pagina,
             posto.stato = Posto::Assente;
     }
 
-    bool uguali = true;
-    for (Posto &posto : m_posti) {
-        const bool visibile = posto.stato == Posto::Trovato;
-        uguali = uguali && posto.visibile == visibile;
-        posto.visibile = visibile;
+    AggiornaVoci();
+    return m_voci;
+}
+
+// A key changes one line or none: the others keep their places, and nothing is copied for them.
+void Registro::AggiornaVoci()
+{
+    constexpr size_t Poche = 16; // above that, all lines at once are cheaper
+    std::vector<int> cambiati;
+    for (size_t i = 1; i < m_posti.size(); ++i) {
+        const bool visibile = m_posti[i].stato == Posto::Trovato;
+        if (std::exchange(m_posti[i].visibile, visibile) != visibile)
+            cambiati.push_back(int(i));
     }
-    if (uguali)
-        return m_voci;
+    const auto voce = [this](int i) { return Voce{m_posti[size_t(i)].riga, m_risultati[i].Posizione, i}; };
+    if (cambiati.size() <= Poche) {
+        for (const int i : cambiati) {
+            const auto posto = std::lower_bound(m_voci.cbegin(), m_voci.cend(), i,
+                                                [](const Voce &v, int risultato) { return v.risultato < risultato; });
+            if (m_posti[size_t(i)].visibile)
+                m_voci.insert(posto, voce(i));
+            else
+                m_voci.erase(posto);
+        }
+        return;
+    }
     QList<Voce> voci;
     for (int i = 1; i < m_risultati.size(); ++i) {
         if (m_posti[size_t(i)].visibile)
-            voci.append({SuUnaRiga(m_risultati[i].Testo), m_risultati[i].Posizione, i});
+            voci.append(voce(i));
     }
     m_voci = std::move(voci);
-    return m_voci;
 }
 
 const QList<Registro::Voce> &Registro::Visibili(const QString &pagina, const std::optional<Cambiamento> &cambiamento)

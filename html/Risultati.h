@@ -75,12 +75,18 @@ private:
             Assente  ///< nowhere
         } stato = Nuovo;
         bool visibile = false; ///< in m_voci
-        int quanti = 0;        ///< length of the name
+        int quanti = -1;       ///< length of the name, -1: the message quotes none
+        int nome = 0;          ///< where the name begins in riga
+        QString riga;          ///< the message on one line
         qsizetype dove = 0;
+
+        [[nodiscard]] QStringView Nome() const { return QStringView(riga).sliced(nome, quanti); }
     };
 
+    [[nodiscard]] static Posto PostoDi(const QString &messaggio);
     void Sposta(const Cambiamento &cambiamento);
     void Cerca(const LettorePagina &pagina, const Cambiamento &cambiamento);
+    void AggiornaVoci();
 
     QList<RisultatoControllo> m_risultati;
     std::vector<Posto> m_posti; ///< per slot

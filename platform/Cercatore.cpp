@@ -2,6 +2,16 @@
 
 #include <algorithm>
 
+namespace
+{
+
+constexpr char16_t Minuscola(char16_t unita)
+{
+    return unita >= u'A' && unita <= u'Z' ? char16_t(unita + 32) : unita;
+}
+
+} // namespace
+
 Cercatore::Cercatore(QStringView testo, Qt::CaseSensitivity caso) : m_caso(caso), m_testo(testo.toString())
 {
     for (qsizetype i = 0; i < testo.size(); ++i)
@@ -22,7 +32,7 @@ char16_t Cercatore::Unita(QStringView testo, qsizetype i) const
     if (m_caso == Qt::CaseSensitive)
         return c.unicode();
     if (c.unicode() < 0x80)
-        return c >= u'A' && c <= u'Z' ? char16_t(c.unicode() + 32) : c.unicode();
+        return Minuscola(c.unicode());
     if (!c.isSurrogate())
         return c.toCaseFolded().unicode();
     if (c.isHighSurrogate() && i + 1 < testo.size() && testo[i + 1].isLowSurrogate())
@@ -37,11 +47,19 @@ qsizetype Cercatore::Prossimo(QStringView campo, qsizetype da) const
     const qsizetype lunghezza = m_testo.size();
     if (lunghezza == 0)
         return -1;
+    const char16_t primo = m_testo.front().unicode();
+    const char16_t *unitaDelCampo = campo.utf16();
     qsizetype uguali = 0;
     for (qsizetype i = std::max<qsizetype>(0, da); i < campo.size(); ++i) {
         if (uguali == 0 && m_caso == Qt::CaseSensitive) {
             i = campo.indexOf(m_testo.front(), i);
             if (i < 0)
+                return -1;
+        } else if (uguali == 0) {
+            // Most of a page is ASCII that cannot be the first unit; the rest goes the long way.
+            while (i < campo.size() && unitaDelCampo[i] < 0x80 && Minuscola(unitaDelCampo[i]) != primo)
+                ++i;
+            if (i == campo.size())
                 return -1;
         }
         const char16_t unita = Unita(campo, i);

@@ -4,7 +4,7 @@
 #include <QTextBlock>
 
 /// The document's layout, which can be told that the formats of one block changed without it laying out that block's
-/// neighbours or repainting the view.
+/// neighbours or repainting the view, and which keeps the glyphs of the blocks on the screen.
 class Disposizione : public QPlainTextDocumentLayout
 {
     Q_OBJECT
@@ -23,6 +23,24 @@ public:
         blocco.clearLayout();
     }
 
+    /// Blocks \a primo to \a ultimo are about to be painted: their glyphs are kept from one painting to the next, those
+    /// of the blocks painted before are given back. Qt alone would shape every line in view at every painting.
+    void Trattieni(int primo, int ultimo)
+    {
+        if (primo == m_primo && ultimo == m_ultimo)
+            return;
+        QTextBlock blocco = document()->findBlockByNumber(m_primo);
+        for (int numero = m_primo; numero <= m_ultimo && blocco.isValid(); ++numero, blocco = blocco.next()) {
+            if ((numero < primo || numero > ultimo) && blocco.layout()->cacheEnabled())
+                Libera(*blocco.layout());
+        }
+        blocco = document()->findBlockByNumber(primo);
+        for (int numero = primo; numero <= ultimo && blocco.isValid(); ++numero, blocco = blocco.next())
+            blocco.layout()->setCacheEnabled(true);
+        m_primo = primo;
+        m_ultimo = ultimo;
+    }
+
 protected:
     void documentChanged(int da, int tolti, int aggiunti) override
     {
@@ -31,5 +49,15 @@ protected:
     }
 
 private:
+    // The end of a layout gives its memory back; the block is laid out again when it is next asked for.
+    static void Libera(QTextLayout &layout)
+    {
+        layout.setCacheEnabled(false);
+        layout.beginLayout();
+        layout.endLayout();
+    }
+
     bool m_sospesa = false;
+    int m_primo = 0;
+    int m_ultimo = -1;
 };

@@ -150,6 +150,8 @@ void RichTextBox::AggiornaBlocchiVisibili()
         m_formati.push_back(formato);
     }
     QTextBlock blocco = firstVisibleBlock();
+    const int righe = viewport()->height() / std::max(1, fontMetrics().height()) + 2;
+    m_disposizione->Trattieni(blocco.blockNumber(), blocco.blockNumber() + righe);
     qreal cima = blockBoundingGeometry(blocco).translated(contentOffset()).top();
     while (blocco.isValid() && cima < viewport()->height()) {
         // A block in which an input method composes carries formats of its own until the text is committed.

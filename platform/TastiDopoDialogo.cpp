@@ -8,27 +8,41 @@
 #include <algorithm>
 
 TastiDopoDialogo::TastiDopoDialogo(QDialog *dialogo, QWidget *destinatario)
-    : QObject(dialogo), m_destinatario(destinatario)
+    : QObject(dialogo), m_dialogo(dialogo), m_destinatario(destinatario)
 {
-    // The window and not the dialog: a dialog has no more to do with the keys, its window still hands them out.
-    if (dialogo->windowHandle())
-        dialogo->windowHandle()->installEventFilter(this);
+    connect(dialogo, &QDialog::finished, this, &TastiDopoDialogo::AscoltaFinestra);
 }
 
 TastiDopoDialogo::~TastiDopoDialogo()
+{
+    Consegna();
+}
+
+void TastiDopoDialogo::AscoltaFinestra()
+{
+    m_premuti.clear();
+    // The window and not the dialog: a dialog has no more to do with the keys, its window still hands them out.
+    if (m_dialogo->windowHandle())
+        m_dialogo->windowHandle()->installEventFilter(this);
+}
+
+void TastiDopoDialogo::Consegna()
 {
     for (std::unique_ptr<QEvent> &tasto : m_tasti) {
         if (m_destinatario)
             QCoreApplication::postEvent(m_destinatario, tasto.release());
     }
+    m_tasti.clear();
 }
 
 bool TastiDopoDialogo::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    if (evento->type() != QEvent::KeyPress && evento->type() != QEvent::KeyRelease)
+    if ((evento->type() != QEvent::KeyPress && evento->type() != QEvent::KeyRelease) || m_dialogo->isVisible())
         return QObject::eventFilter(oggetto, evento);
     if (PerLaPagina(*static_cast<QKeyEvent *>(evento)))
         m_tasti.emplace_back(evento->clone());
+    if (!m_dialogo->isModal())
+        Consegna();
     return true;
 }
 

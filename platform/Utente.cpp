@@ -20,8 +20,7 @@ bool Utente::Amministratore()
 
 QString Utente::NomeDaDescrizione(QStringView descrizione, QStringView utente)
 {
-    QString nome =
-        descrizione.first(descrizione.indexOf(u',') < 0 ? descrizione.size() : descrizione.indexOf(u',')).toString();
+    QString nome = descrizione.toString().section(u',', 0, 0);
     QString maiuscolo = utente.toString();
     if (!maiuscolo.isEmpty())
         maiuscolo[0] = maiuscolo[0].toUpper();

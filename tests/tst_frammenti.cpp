@@ -16,6 +16,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,8 @@ private slots:
     void fontDialogTakesAnyFace();
     void anotherColourComesAfterTheNames();
     void cancelledFontInsertsNothing();
+    void keysWhileADialogCloses_data();
+    void keysWhileADialogCloses();
 };
 
 namespace
@@ -412,6 +415,37 @@ void TstFrammenti::cancelledFontInsertsNothing()
     QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
     frammenti.InserisciFont();
     QCOMPARE(pad.Text(), u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
+}
+
+void TstFrammenti::keysWhileADialogCloses_data()
+{
+    QTest::addColumn<QString>("fine");
+    QTest::newRow("MFont") << u"</font>x|c"_s;
+    QTest::newRow("MenuTabella(0)") << u"</TABLE>x|c"_s;
+}
+
+void TstFrammenti::keysWhileADialogCloses()
+{
+    QFETCH(QString, fine);
+    QWidget finestra;
+    RichTextBox pad(&finestra);
+    pad.setFocus();
+    Comandi comandi;
+    Frammenti frammenti(&pad, &finestra);
+    frammenti.Collega(comandi);
+    Metti(pad, u"ab|c"_s);
+    QTimer::singleShot(0, this, [] {
+        QWidget *dialogo = QApplication::activeModalWidget();
+        QWindow *suo = dialogo->windowHandle();
+        QTest::keyPress(dialogo, Qt::Key_Return);
+        for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent tasto(tipo, Qt::Key_X, Qt::NoModifier, u"x"_s);
+            QCoreApplication::sendEvent(suo, &tasto);
+        }
+    });
+    comandi.Esegui(QString::fromLatin1(QTest::currentDataTag()));
+    QCoreApplication::sendPostedEvents(&pad);
+    QVERIFY2(ConSegno(pad).endsWith(fine), qPrintable(ConSegno(pad)));
 }
 
 QTEST_MAIN(TstFrammenti)

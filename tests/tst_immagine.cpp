@@ -127,6 +127,7 @@ public:
             QWidget *aperta = QApplication::activeModalWidget();
             if (auto *box = qobject_cast<QMessageBox *>(aperta)) {
                 testi += box->text();
+                forma = box->textFormat();
                 box->accept();
             } else if (auto *file = qobject_cast<QFileDialog *>(aperta)) {
                 ++scelte;
@@ -137,6 +138,7 @@ public:
         m_attesa.start(0);
     }
     QStringList testi;
+    Qt::TextFormat forma = Qt::AutoText;
     int scelte = 0;
     QString titolo;
 
@@ -518,8 +520,9 @@ void TstImmagine::missingFile()
 void TstImmagine::brokenFile()
 {
     Aperta aperta;
-    const QString rotto = Scrivi(u"rotto.gif"_s, "GIF89a and no more");
+    const QString rotto = Scrivi(u"<b>rotto.gif"_s, "GIF89a and no more");
     aperta.Scrivi(rotto);
+    QCOMPARE(aperta.risposte.forma, Qt::PlainText); // the name is a name, not formatting
     QCOMPARE(aperta.risposte.testi, QStringList{u"Errore durante l' apertura del file '%1'."_s.arg(rotto)});
     QVERIFY(aperta.dialogo.isVisible());
     // Both ways of showing load the file anew.
