@@ -14,6 +14,11 @@ if(VELLORO_SANITIZE)
                                                      -fno-omit-frame-pointer)
     target_link_options(velloro_opzioni INTERFACE -fsanitize=${VELLORO_SANITIZE})
 endif()
+if(VELLORO_COVERAGE)
+    # Without optimisation, so that each line keeps a counter of its own.
+    target_compile_options(velloro_opzioni INTERFACE -O0 --coverage -fprofile-abs-path -fprofile-update=atomic)
+    target_link_options(velloro_opzioni INTERFACE --coverage)
+endif()
 include(${CMAKE_CURRENT_LIST_DIR}/Rinforzi.cmake)
 target_link_libraries(velloro_opzioni INTERFACE velloro_rinforzi)
 

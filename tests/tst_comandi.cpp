@@ -1,30 +1,20 @@
+#include "ProgrammaDiProva.h"
+
 #include "app/Comandi.h"
-#include "app/FrmStart.h"
-#include "app/ModuloDichiarazioni.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaComandi.h"
 #include "app/TabellaFrammenti.h"
-#include "app/TabellaLingua.h"
 #include "dialogs/FrmTrova.h"
-#include "dialogs/Modelli.h"
 #include "dialogs/PaginaVuota.h"
 #include "editor/clsUndo.h"
 #include "html/Risultati.h"
 #include "html/VerificaDaRiga.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDialog>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 
@@ -34,43 +24,6 @@ using ModuloPrincipale::Messaggio;
 
 // No dead command: every menu item, toolbar button and pop-up item is pressed in the running window and does what the
 // table of commands says. What a command inserts passes the full check and is one step to undo.
-class TstComandi : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-    void cleanupTestCase();
-    void everyTriggerIsKnown();
-    void everyTrigger_data();
-    void everyTrigger();
-    void fragmentsPassTheCheckInEveryLanguage();
-    void faultyFragmentsWouldBeSeen();
-    void quickTypingAroundACommandIsNotPartOfIt();
-    void textBehindTheLastLineEndIsALine();
-
-public slots:
-    void ApreFile(const QUrl &url) { m_aperto = url; }
-
-private:
-    using Azione = std::function<void()>;
-    void RiempiAzioni();
-    void ProvaModifica();
-    void ProvaFile();
-    void ProvaInserimenti();
-    void Metti(const QString &conCaretto);
-    void Inserisce(const QString &testo);
-    void Rispondi(const std::function<void(QDialog *)> &risposta);
-    [[nodiscard]] QString Testo() const { return m_finestra->PadCorrente()->Text(); }
-
-    QTemporaryDir m_cartella;
-    std::unique_ptr<FrmStart> m_finestra;
-    QHash<QString, std::function<void(const Azione &)>> m_prove; ///< by command; runs the action and looks
-    QUrl m_aperto;
-    QStringList m_dialoghi; ///< names of the dialogs that came up
-};
-
 namespace
 {
 
@@ -97,414 +50,342 @@ QString SenzaSegno(QString testo)
 
 } // namespace
 
-void TstComandi::initTestCase()
+class TstComandi : public QObject
 {
-    QStandardPaths::setTestModeEnabled(true);
-    QApplication::setQuitOnLastWindowClosed(false);
-    Modelli::ImpostaMostra(false); // every new page here is the blank one
-    QVERIFY(QFile::copy(QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db"), m_cartella.filePath(u"tag html.db"_s)));
-    ModuloDichiarazioni::ImpostaCartellaProgramma(m_cartella.path());
-    QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), 0).Riuscito());
-    QDesktopServices::setUrlHandler(u"file"_s, this, "ApreFile");
-    RiempiAzioni();
-}
+    Q_OBJECT
 
-void TstComandi::init()
-{
-    m_dialoghi.clear();
-    if (m_finestra)
-        return;
-    Stato() = {};
-    m_finestra = std::make_unique<FrmStart>();
-    QSignalSpy mostrata(m_finestra.get(), &FrmStart::Mostrata);
-    QTRY_COMPARE(mostrata.size(), 1);
-}
-
-void TstComandi::cleanupTestCase()
-{
-    m_finestra.reset();
-    QDesktopServices::unsetUrlHandler(u"file"_s);
-}
-
-void TstComandi::Metti(const QString &conCaretto)
-{
-    m_finestra->PadCorrente()->ImpostaText(SenzaSegno(conCaretto));
-    m_finestra->PadCorrente()->ImpostaSelStart(int(conCaretto.indexOf(u'|')));
-    m_finestra->UndoRTB()->TakeUndoSnapShot();
-}
-
-/// Answers the dialogs that come up during the next action.
-void TstComandi::Rispondi(const std::function<void(QDialog *)> &risposta)
-{
-    auto *attesa = new QTimer(m_finestra.get());
-    connect(attesa, &QTimer::timeout, this, [this, attesa, risposta] {
-        auto *dialogo = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialogo)
-            return;
-        if (qobject_cast<QFileDialog *>(dialogo) && dialogo->parentWidget() != m_finestra.get()) {
-            dialogo->reject(); // the image dialog's own
-            return;
-        }
-        m_dialoghi += dialogo->objectName();
-        attesa->deleteLater();
-        attesa->stop();
-        risposta(dialogo);
-    });
-    attesa->start(0);
-}
-
-/// The text \a testo stands before the caret, passes the check and goes with one step back.
-void TstComandi::Inserisce(const QString &testo)
-{
-    const QString prima = Testo();
-    RichTextBox *pad = m_finestra->PadCorrente();
-    const int caretto = pad->SelStart();
-    QVERIFY(caretto >= testo.size());
-    QCOMPARE(prima.sliced(caretto - testo.size(), testo.size()), testo);
-    QCOMPARE(VerificaDaRiga::InRighe(u"p"_s, prima), QString());
-    QCOMPARE(ModuloVerificaSintassi::ArrayRisultati().size(), 1);
-    m_finestra->ElencoComandi().Esegui(u"MenuEdit(0)"_s);
-    QCOMPARE(Testo(), QString(prima).remove(caretto - testo.size(), testo.size()));
-}
-
-void TstComandi::RiempiAzioni()
-{
-    ProvaFile();
-    ProvaModifica();
-    ProvaInserimenti();
-    m_prove[u"MenuStrumenti(0)"_s] = [this](const Azione &azione) {
-        Metti(u"<P>|<BLINC>"_s);
-        azione();
-        QCOMPARE(ModuloVerificaSintassi::ArrayRisultati().size(), 2);
-        Metti(u"<P>|"_s);
-        azione();
-    };
-    m_prove[u"MenuStrumenti(2)"_s] = [this](const Azione &azione) {
-        QFile::remove(Stato().FileAnteprima);
-        azione();
-        QVERIFY(QFile::exists(Stato().FileAnteprima));
-    };
-    m_prove[u"MenuStrumenti(6)"_s] = [](const Azione &azione) {
-        azione();
-        QVERIFY(Modelli::Mostra());
-        azione();
-        QVERIFY(!Modelli::Mostra());
-    };
-    for (const QString &comando : {u"MenuFile(7)"_s, u"MenuHelp(0)"_s}) {
-        m_prove[comando] = [this](const Azione &azione) {
-            Rispondi(&QDialog::reject);
-            azione();
-            QCOMPARE(m_dialoghi.size(), 1);
-        };
+private slots:
+    void initTestCase()
+    {
+        ProgrammaDiProva::Prepara(m_cartella);
+        QDesktopServices::setUrlHandler(u"file"_s, this, "ApreFile");
+        RiempiAzioni();
     }
-}
 
-void TstComandi::ProvaFile()
-{
-    const QString file = m_cartella.filePath(u"pagina.html"_s);
-    const auto scegli = [](const QString &quale) {
-        return [quale](QDialog *dialogo) {
-            dialogo->findChild<QLineEdit *>()->setText(quale);
-            QTest::keyClick(dialogo, Qt::Key_Return);
-        };
-    };
-    const auto contenuto = [](const QString &quale) {
-        QFile aperto(quale);
-        return aperto.open(QIODevice::ReadOnly) ? aperto.readAll() : QByteArray("?");
-    };
-    m_prove[u"MenuFile(0)"_s] = [this](const Azione &azione) {
-        Metti(u"vecchia|"_s);
-        Stato().TestoSalvato.clear();
-        azione();
-        QCOMPARE(Testo(), PaginaVuota::Testo());
-    };
-    m_prove[u"MenuFile(1)"_s] = [this, file, scegli](const Azione &azione) {
-        QFile pagina(file);
-        QVERIFY(pagina.open(QIODevice::WriteOnly) && pagina.write("<P>aperta\r\n") > 0);
-        pagina.close();
-        Rispondi(scegli(file));
-        azione();
-        QCOMPARE(m_dialoghi, QStringList{u"ApriFileDialogo"_s});
-        QCOMPARE(Testo(), u"<P>aperta\r"_s);
-        Stato().TestoSalvato.clear();
-        Stato().FileCorrente.clear();
-    };
-    m_prove[u"MenuFile(4)"_s] = [this, file, contenuto](const Azione &azione) {
-        QFile(file).open(QIODevice::WriteOnly);
-        Stato().FileCorrente = file;
-        Metti(u"<P>salvata|"_s);
-        azione();
-        QCOMPARE(contenuto(file), "<P>salvata\r\n");
-        Stato().FileCorrente.clear();
-    };
-    m_prove[u"MenuFile(5)"_s] = [this, scegli, contenuto](const Azione &azione) {
-        const QString altro = m_cartella.filePath(u"altro.html"_s);
-        Metti(u"<P>con nome|"_s);
-        Rispondi(scegli(altro));
-        azione();
-        QCOMPARE(m_dialoghi, QStringList{u"SalvaFileDialogo"_s});
-        QCOMPARE(contenuto(altro), "<P>con nome\r\n");
-    };
-    m_prove[u"MenuFile(9)"_s] = [this](const Azione &azione) {
-        m_aperto.clear();
-        m_finestra->ElencoComandi().Esegui(u"MenuStrumenti(2)"_s);
-        azione();
-        QCOMPARE(m_aperto, QUrl::fromLocalFile(Stato().FileAnteprima));
-    };
-    m_prove[u"MenuFile(11)"_s] = [this](const Azione &azione) {
-        Stato().TestoSalvato.clear();
-        azione();
-        QVERIFY(!m_finestra->isVisible());
+    void init()
+    {
+        m_dialoghi.clear();
+        if (m_finestra)
+            return;
+        Stato() = {};
+        m_finestra = std::make_unique<FrmStart>();
+        ProgrammaDiProva::Avvia(*m_finestra);
+    }
+
+    void cleanupTestCase()
+    {
         m_finestra.reset();
-    };
-}
+        QDesktopServices::unsetUrlHandler(u"file"_s);
+    }
 
-void TstComandi::ProvaModifica()
-{
-    const auto seleziona = [this](int quanti) {
-        Metti(u"|abcdef"_s);
-        m_finestra->PadCorrente()->Seleziona(1, quanti);
-        m_finestra->AggiornaMenuModifica(m_finestra->HwndPad());
-    };
-    const auto scrivi = [this] {
-        Metti(u"abc|"_s);
-        QTest::keyClicks(m_finestra->PadCorrente(), u"x"_s);
-        m_finestra->UndoRTB()->TakeUndoSnapShot();
-    };
-    m_prove[u"MenuEdit(0)"_s] = [this, scrivi](const Azione &azione) {
-        scrivi();
-        azione();
-        QCOMPARE(Testo(), u"abc"_s);
-    };
-    m_prove[u"MenuEdit(1)"_s] = [this, scrivi](const Azione &azione) {
-        scrivi();
-        m_finestra->ElencoComandi().Esegui(u"MenuEdit(0)"_s);
-        azione();
-        QCOMPARE(Testo(), u"abcx"_s);
-    };
-    const auto appunti = [this, seleziona](const QString &comando, const QString &dopo, const QString &copiato) {
-        m_prove[comando] = [this, seleziona, dopo, copiato](const Azione &azione) {
-            QApplication::clipboard()->setText(u"prima"_s);
-            seleziona(2);
-            azione();
-            QCOMPARE(Testo(), dopo);
-            QCOMPARE(QApplication::clipboard()->text(), copiato);
-        };
-    };
-    appunti(u"MenuEdit(3)"_s, u"adef"_s, u"bc"_s);
-    appunti(u"MenuEdit(4)"_s, u"abcdef"_s, u"bc"_s);
-    appunti(u"MenuEdit(5)"_s, u"aprimadef"_s, u"prima"_s);
-    appunti(u"MenuEdit(6)"_s, u"adef"_s, u"prima"_s);
-    m_prove[u"MenuEdit(8)"_s] = [this, seleziona](const Azione &azione) {
-        seleziona(0);
-        azione();
-        QCOMPARE(m_finestra->PadCorrente()->SelText(), u"abcdef"_s);
-    };
-    for (const auto &[comando, messaggio] : {std::pair(u"MenuEdit(10)"_s, 16), {u"MenuEdit(12)"_s, 18}}) {
-        m_prove[comando] = [this, messaggio = qint16(messaggio)](const Azione &azione) {
-            azione();
-            auto *trova = m_finestra->findChild<FrmTrova *>();
-            QVERIFY(trova && trova->isVisible());
-            QCOMPARE(trova->windowTitle(), Messaggio(messaggio));
-            trova->close();
-        };
+    void everyTrigger_data()
+    {
+        QTest::addColumn<QString>("nome");
+        QTest::addColumn<QString>("comando");
+        for (const TabellaComandi::Voce &voce : TabellaComandi::Menu()) {
+            if (!voce.comando.isEmpty() && !voce.sottomenu)
+                QTest::newRow(qPrintable(voce.comando.toString()))
+                    << voce.comando.toString() << (voce.svolge.isEmpty() ? voce.comando : voce.svolge).toString();
+        }
+        for (const TabellaComandi::Bottone &bottone : TabellaComandi::Bottoni()) {
+            if (bottone.indice == 0)
+                continue;
+            const QString nome = u"%1(%2)"_s.arg(bottone.barra).arg(bottone.indice);
+            QTest::newRow(qPrintable(u"button "_s + nome)) << nome << bottone.comando.toString();
+        }
     }
-    m_prove[u"MenuEdit(11)"_s] = [this, seleziona](const Azione &azione) {
-        seleziona(0);
-        FrmTrova::UltimaRicerca = u"de"_s;
-        FrmTrova::PosizioneRicerca = 0;
-        azione();
-        QCOMPARE(m_finestra->PadCorrente()->SelText(), u"de"_s);
-    };
-    for (const auto &[comando, dopo] :
-         {std::pair(u"ToolFormat(5)"_s, u"a\r\n b"_s), {u"ToolFormat(6)"_s, u"a\r\n\t  b"_s}}) {
-        m_prove[comando] = [this, dopo = dopo](const Azione &azione) {
-            Metti(u"a\r\n  b|"_s);
-            azione();
-            QCOMPARE(Testo(), dopo);
-        };
-    }
-}
 
-void TstComandi::ProvaInserimenti()
-{
-    for (const TabellaFrammenti::Frammento &frammento : TabellaFrammenti::Elenco()) {
-        m_prove[frammento.comando.toString()] = [this, comando = frammento.comando.toString()](const Azione &azione) {
-            Metti(PaginaPer(comando));
-            azione();
-            Inserisce(TabellaFrammenti::Testo(comando));
+    void everyTrigger()
+    {
+        QFETCH(QString, nome);
+        QFETCH(QString, comando);
+        const auto premi = [this, &nome] {
+            if (auto *bottone = m_finestra->findChild<QToolButton *>(nome)) {
+                QVERIFY(bottone->isVisible() && bottone->isEnabled());
+                bottone->click();
+                return;
+            }
+            auto *voce = m_finestra->findChild<QAction *>(nome);
+            QVERIFY(voce && voce->isVisible() && voce->isEnabled());
+            voce->trigger();
         };
-    }
-    const auto dialogo = [this](const QString &comando, const QString &nome, const QString &testo) {
-        m_prove[comando] = [this, comando, nome, testo](const Azione &azione) {
-            Metti(PaginaPer(comando));
-            Rispondi([](QDialog *quello) {
-                if (auto *file = quello->findChild<QLineEdit *>(u"TxtFile"_s))
-                    file->setText(u"img/a \"b\".gif"_s);
-                if (auto *righe = quello->findChild<QLineEdit *>(u"txtRighe"_s))
-                    righe->setText(u"1"_s);
-                if (auto *colonne = quello->findChild<QLineEdit *>(u"TxtColonne"_s))
-                    colonne->setText(u"1"_s);
-                quello->findChild<QPushButton *>(u"Cmd(0)"_s)->click();
-            });
-            azione();
-            QCOMPARE(m_dialoghi, QStringList{nome});
-            Inserisce(testo);
-            // Cancelled: nothing.
-            const QString prima = Testo();
-            Rispondi(&QDialog::reject);
-            azione();
-            QCOMPARE(Testo(), prima);
-        };
-    };
-    dialogo(u"MFont"_s, u"FrmFont"_s, u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
-    dialogo(u"MenuCollegamenti(0)"_s, u"FrmImage"_s, u"<IMG src=\"img/a &quot;b&quot;.gif\">"_s);
-    dialogo(u"MenuTabella(0)"_s, u"FrmTabella"_s,
-            u"<TABLE width=\"60%\" height=\"80\" border=\"3\" cellspacing=\"2\" cellpadding=\"3\">\r\n  <TR>\r\n"
-            "    <TD> Cella 1</TD>\r\n  </TR>\r\n</TABLE>"_s);
-    m_prove[u"MenuCollegamenti(1)"_s] = [this](const Azione &azione) {
-        Metti(u"<HTML>\r\n<body bgcolor=\"white\">\r\n|</body></HTML>"_s);
-        const QString prima = Testo();
-        Rispondi([](QDialog *quello) {
-            quello->findChild<QLineEdit *>(u"TxtFile"_s)->setText(u"img/x.gif"_s);
-            quello->findChild<QPushButton *>(u"Cmd(0)"_s)->click();
-        });
-        azione();
-        QCOMPARE(m_dialoghi, QStringList{u"FrmImage"_s});
-        QCOMPARE(Testo(), QString(prima).replace(u"<body"_s, u"<BODY background=\"img/x.gif\""_s));
-        QCOMPARE(VerificaDaRiga::InRighe(u"p"_s, Testo()), QString());
-        m_finestra->ElencoComandi().Esegui(u"MenuEdit(0)"_s);
-        QCOMPARE(Testo(), prima);
-    };
-}
-
-// A command that is new in the table needs a row in this test.
-void TstComandi::everyTriggerIsKnown()
-{
-    QStringList senza;
-    for (const TabellaComandi::Voce &voce : TabellaComandi::Menu()) {
-        const QString comando = (voce.svolge.isEmpty() ? voce.comando : voce.svolge).toString();
-        if (!comando.isEmpty() && !voce.sottomenu && !m_prove.contains(comando) && !Spenti.contains(comando))
-            senza += comando;
-        QCOMPARE(voce.nascosta, Spenti.contains(comando));
-    }
-    for (const TabellaComandi::Bottone &bottone : TabellaComandi::Bottoni()) {
-        if (bottone.indice != 0 && !m_prove.contains(bottone.comando.toString()))
-            senza += bottone.comando.toString();
-    }
-    QCOMPARE(senza, QStringList());
-}
-
-void TstComandi::everyTrigger_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<QString>("comando");
-    for (const TabellaComandi::Voce &voce : TabellaComandi::Menu()) {
-        if (!voce.comando.isEmpty() && !voce.sottomenu)
-            QTest::newRow(qPrintable(voce.comando.toString()))
-                << voce.comando.toString() << (voce.svolge.isEmpty() ? voce.comando : voce.svolge).toString();
-    }
-    for (const TabellaComandi::Bottone &bottone : TabellaComandi::Bottoni()) {
-        if (bottone.indice == 0)
-            continue;
-        const QString nome = u"%1(%2)"_s.arg(bottone.barra).arg(bottone.indice);
-        QTest::newRow(qPrintable(u"button "_s + nome)) << nome << bottone.comando.toString();
-    }
-}
-
-void TstComandi::everyTrigger()
-{
-    QFETCH(QString, nome);
-    QFETCH(QString, comando);
-    const auto premi = [this, &nome] {
-        if (auto *bottone = m_finestra->findChild<QToolButton *>(nome)) {
-            QVERIFY(bottone->isVisible() && bottone->isEnabled());
-            bottone->click();
+        if (Spenti.contains(comando)) {
+            const auto *voce = m_finestra->findChild<QAction *>(nome);
+            QVERIFY(voce && !voce->isVisible() && !voce->isEnabled());
             return;
         }
-        auto *voce = m_finestra->findChild<QAction *>(nome);
-        QVERIFY(voce && voce->isVisible() && voce->isEnabled());
-        voce->trigger();
-    };
-    if (Spenti.contains(comando)) {
-        const auto *voce = m_finestra->findChild<QAction *>(nome);
-        QVERIFY(voce && !voce->isVisible() && !voce->isEnabled());
-        return;
+        QVERIFY2(m_prove.contains(comando), "a command of the table that this test does not know");
+        m_prove.value(comando)(premi);
     }
-    m_prove.value(comando)(premi);
-}
 
-void TstComandi::fragmentsPassTheCheckInEveryLanguage()
-{
-    for (const quint8 lingua : {0, 1, 5, 8}) {
-        QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), lingua).Riuscito());
-        for (const TabellaFrammenti::Frammento &frammento : TabellaFrammenti::Elenco()) {
-            const QString comando = frammento.comando.toString();
-            const QString pagina = PaginaPer(comando).replace(u"|"_s, TabellaFrammenti::Testo(comando));
-            QCOMPARE(VerificaDaRiga::InRighe(comando, pagina), QString());
+    void fragmentsPassTheCheckInEveryLanguage()
+    {
+        for (const quint8 lingua : {0, 1, 5, 8}) {
+            QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), lingua).Riuscito());
+            for (const TabellaFrammenti::Frammento &frammento : TabellaFrammenti::Elenco()) {
+                const QString comando = frammento.comando.toString();
+                const QString pagina = PaginaPer(comando).replace(u"|"_s, TabellaFrammenti::Testo(comando));
+                QCOMPARE(VerificaDaRiga::InRighe(comando, pagina), QString());
+            }
+        }
+        QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), 0).Riuscito());
+    }
+
+    // Without a pause in which a record would be taken anyway.
+    void quickTypingAroundACommandIsNotPartOfIt()
+    {
+        Metti(u"abc|"_s);
+        RichTextBox *pad = m_finestra->PadCorrente();
+        const QString file = m_cartella.filePath(u"altra.html"_s);
+        Aiuti::Scrivi(file, "<P>altra</P>");
+        QStringList passi{Testo()};
+        const auto scrivi = [&] {
+            QTest::keyClicks(pad, u"x"_s);
+            passi += Testo();
+        };
+        scrivi();
+        m_finestra->ElencoComandi().Esegui(u"ToolFormat2(1)"_s);
+        passi += Testo();
+        scrivi();
+        QVERIFY(m_finestra->findChild<PaginaCorrente *>()->Apri(file));
+        passi += Testo();
+        scrivi();
+        for (passi.removeLast(); !passi.isEmpty(); passi.removeLast()) {
+            QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
+            QCOMPARE(Testo(), passi.last());
         }
     }
-    QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), 0).Riuscito());
-}
 
-void TstComandi::faultyFragmentsWouldBeSeen()
-{
-    for (const QString &guasto : {u"<DIV align=\"centre\">"_s, u"<IMG sorc=\"a\">"_s, u"<LABLE for=\"x\">"_s}) {
-        const QString pagina = PaginaPer(u"MenuComuni(0)"_s).replace(u"|"_s, guasto);
-        QVERIFY2(!VerificaDaRiga::InRighe(u"p"_s, pagina).isEmpty(), qPrintable(guasto));
+public slots:
+    void ApreFile(const QUrl &url) { m_aperto = url; }
+
+private:
+    using Azione = std::function<void()>;
+    void RiempiAzioni()
+    {
+        ProvaFile();
+        ProvaModifica();
+        ProvaInserimenti();
+        m_prove[u"MenuStrumenti(0)"_s] = [this](const Azione &azione) {
+            Metti(u"<P>|<BLINC>"_s);
+            azione();
+            QCOMPARE(ModuloVerificaSintassi::ArrayRisultati().size(), 2);
+            Metti(u"<P>|"_s);
+            azione();
+        };
+        m_prove[u"MenuStrumenti(2)"_s] = [this](const Azione &azione) {
+            QFile::remove(Stato().FileAnteprima);
+            azione();
+            QVERIFY(QFile::exists(Stato().FileAnteprima));
+        };
+        m_prove[u"MenuStrumenti(6)"_s] = [](const Azione &azione) {
+            azione();
+            QVERIFY(Modelli::Mostra());
+            azione();
+            QVERIFY(!Modelli::Mostra());
+        };
+        for (const QString &comando : {u"MenuFile(7)"_s, u"MenuHelp(0)"_s}) {
+            m_prove[comando] = [this](const Azione &azione) {
+                Rispondi(&QDialog::reject);
+                azione();
+                QCOMPARE(m_dialoghi.size(), 1);
+            };
+        }
     }
-}
 
-// Without a pause in which a record would be taken anyway.
-void TstComandi::quickTypingAroundACommandIsNotPartOfIt()
-{
-    Metti(u"abc|"_s);
-    RichTextBox *pad = m_finestra->PadCorrente();
-    const QString file = m_cartella.filePath(u"altra.html"_s);
-    QFile altra(file);
-    QVERIFY(altra.open(QIODevice::WriteOnly) && altra.write("<P>altra</P>") > 0);
-    altra.close();
-    QStringList passi{Testo()};
-    const auto scrivi = [&] {
-        QTest::keyClicks(pad, u"x"_s);
-        passi += Testo();
-    };
-    scrivi();
-    m_finestra->ElencoComandi().Esegui(u"ToolFormat2(1)"_s);
-    passi += Testo();
-    scrivi();
-    QVERIFY(m_finestra->findChild<PaginaCorrente *>()->Apri(file));
-    passi += Testo();
-    scrivi();
-    for (passi.removeLast(); !passi.isEmpty(); passi.removeLast()) {
-        QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
-        QCOMPARE(Testo(), passi.last());
+    void ProvaModifica()
+    {
+        // The page before (what is selected between bars), the page after, and what the clipboard holds then.
+        struct Modifica {
+            QString comando, prima, dopo, appunti;
+        };
+        for (const Modifica &m : {Modifica{u"MenuEdit(3)"_s, u"a|bc|def"_s, u"adef"_s, u"bc"_s},
+                                  {u"MenuEdit(4)"_s, u"a|bc|def"_s, u"abcdef"_s, u"bc"_s},
+                                  {u"MenuEdit(5)"_s, u"a|bc|def"_s, u"aprimadef"_s, u"prima"_s},
+                                  {u"MenuEdit(6)"_s, u"a|bc|def"_s, u"adef"_s, u"prima"_s},
+                                  {u"ToolFormat(5)"_s, u"a\r\n | |b"_s, u"a\r\n b"_s, u"prima"_s},
+                                  {u"ToolFormat(6)"_s, u"a\r\n| |b"_s, u"a\r\n\t b"_s, u"prima"_s}}) {
+            m_prove[m.comando] = [this, m](const Azione &azione) {
+                QApplication::clipboard()->setText(u"prima"_s);
+                Metti(m.prima);
+                m_finestra->PadCorrente()->Seleziona(int(m.prima.indexOf(u'|')),
+                                                     int(m.prima.section(u'|', 1, 1).size()));
+                m_finestra->AggiornaMenuModifica(m_finestra->HwndPad());
+                azione();
+                QCOMPARE(Testo(), m.dopo);
+                QCOMPARE(QApplication::clipboard()->text(), m.appunti);
+            };
+        }
+        for (const auto &[comando, dopo] : {std::pair(u"MenuEdit(0)"_s, u"abc"_s), {u"MenuEdit(1)"_s, u"abcx"_s}}) {
+            m_prove[comando] = [this, comando = comando, dopo = dopo](const Azione &azione) {
+                Metti(u"abc|"_s);
+                QTest::keyClicks(m_finestra->PadCorrente(), u"x"_s);
+                m_finestra->UndoRTB()->TakeUndoSnapShot();
+                if (comando == u"MenuEdit(1)"_s)
+                    m_finestra->ElencoComandi().Esegui(u"MenuEdit(0)"_s);
+                azione();
+                QCOMPARE(Testo(), dopo);
+            };
+        }
+        for (const auto &[comando, scelto] : {std::pair(u"MenuEdit(8)"_s, u"abcdef"_s), {u"MenuEdit(11)"_s, u"de"_s}}) {
+            m_prove[comando] = [this, scelto = scelto](const Azione &azione) {
+                Metti(u"|abcdef"_s);
+                FrmTrova::UltimaRicerca = u"de"_s;
+                FrmTrova::PosizioneRicerca = 0;
+                azione();
+                QCOMPARE(m_finestra->PadCorrente()->SelText(), scelto);
+            };
+        }
+        for (const auto &[comando, messaggio] : {std::pair(u"MenuEdit(10)"_s, 16), {u"MenuEdit(12)"_s, 18}}) {
+            m_prove[comando] = [this, messaggio = qint16(messaggio)](const Azione &azione) {
+                azione();
+                auto *trova = m_finestra->findChild<FrmTrova *>();
+                QVERIFY(trova && trova->isVisible());
+                QCOMPARE(trova->windowTitle(), Messaggio(messaggio));
+                trova->close();
+            };
+        }
     }
-}
 
-void TstComandi::textBehindTheLastLineEndIsALine()
-{
-    const QString percorso = m_cartella.filePath(u"righe.html"_s);
-    QFile file(percorso);
-    const auto contenuto = [&file] {
-        QByteArray byte;
-        if (file.open(QIODevice::ReadOnly))
-            byte = file.readAll();
-        file.close();
-        return byte;
-    };
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("a\r\nb\r\n") > 0);
-    file.close();
-    QVERIFY(m_finestra->findChild<PaginaCorrente *>()->Apri(percorso));
-    RichTextBox *pad = m_finestra->PadCorrente();
-    pad->ImpostaSelStart(pad->Lunghezza());
-    QTest::keyClicks(pad, u"c"_s);
-    m_finestra->ElencoComandi().Esegui(u"MenuFile(4)"_s);
-    QCOMPARE(contenuto(), QByteArray("a\r\nb\r\nc\r\n"));
-    QTest::keyClick(pad, Qt::Key_Return);
-    m_finestra->ElencoComandi().Esegui(u"MenuFile(4)"_s);
-    QCOMPARE(contenuto(), QByteArray("a\r\nb\r\nc\r\n\r\n"));
-}
+    void ProvaFile()
+    {
+        const QString file = m_cartella.filePath(u"pagina.html"_s);
+        const auto scegli = [](const QString &quale) {
+            return [quale](QDialog *dialogo) { ProgrammaDiProva::Scegli(dialogo, quale); };
+        };
+        m_prove[u"MenuFile(0)"_s] = [this](const Azione &azione) {
+            Metti(u"vecchia|"_s);
+            Stato().TestoSalvato.clear();
+            azione();
+            QCOMPARE(Testo(), PaginaVuota::Testo());
+        };
+        m_prove[u"MenuFile(1)"_s] = [this, file, scegli](const Azione &azione) {
+            Aiuti::Scrivi(file, "<P>aperta\r\n");
+            Rispondi(scegli(file));
+            azione();
+            QCOMPARE(m_dialoghi, QStringList{u"ApriFileDialogo"_s});
+            QCOMPARE(Testo(), u"<P>aperta\r"_s);
+            Stato().TestoSalvato.clear();
+            Stato().FileCorrente.clear();
+        };
+        m_prove[u"MenuFile(4)"_s] = [this, file](const Azione &azione) {
+            Aiuti::Scrivi(file, {});
+            Stato().FileCorrente = file;
+            Metti(u"<P>salvata|"_s);
+            azione();
+            QCOMPARE(Aiuti::Contenuto(file), "<P>salvata\r\n");
+            Stato().FileCorrente.clear();
+        };
+        m_prove[u"MenuFile(5)"_s] = [this, scegli](const Azione &azione) {
+            const QString altro = m_cartella.filePath(u"altro.html"_s);
+            Metti(u"<P>con nome|"_s);
+            Rispondi(scegli(altro));
+            azione();
+            QCOMPARE(m_dialoghi, QStringList{u"SalvaFileDialogo"_s});
+            QCOMPARE(Aiuti::Contenuto(altro), "<P>con nome\r\n");
+        };
+        m_prove[u"MenuFile(9)"_s] = [this](const Azione &azione) {
+            m_aperto.clear();
+            m_finestra->ElencoComandi().Esegui(u"MenuStrumenti(2)"_s);
+            azione();
+            QCOMPARE(m_aperto, QUrl::fromLocalFile(Stato().FileAnteprima));
+        };
+        m_prove[u"MenuFile(11)"_s] = [this](const Azione &azione) {
+            Stato().TestoSalvato.clear();
+            azione();
+            QVERIFY(!m_finestra->isVisible());
+            m_finestra.reset();
+        };
+    }
+
+    void ProvaInserimenti()
+    {
+        for (const TabellaFrammenti::Frammento &frammento : TabellaFrammenti::Elenco()) {
+            m_prove[frammento.comando.toString()] = [this,
+                                                     comando = frammento.comando.toString()](const Azione &azione) {
+                Metti(PaginaPer(comando));
+                azione();
+                Inserisce(TabellaFrammenti::Testo(comando));
+            };
+        }
+        const auto dialogo = [this](const QString &comando, const QString &nome, const QString &testo) {
+            m_prove[comando] = [this, comando, nome, testo](const Azione &azione) {
+                Metti(PaginaPer(comando));
+                const QString prima = Testo();
+                Rispondi(&QDialog::reject);
+                azione();
+                QCOMPARE(Testo(), prima);
+                Rispondi([](QDialog *quello) {
+                    for (const auto &[campo, valore] : {std::pair(u"TxtFile"_s, u"img/a \"b\".gif"_s),
+                                                        {u"txtRighe"_s, u"1"_s},
+                                                        {u"TxtColonne"_s, u"1"_s}}) {
+                        if (auto *scritta = quello->findChild<QLineEdit *>(campo))
+                            scritta->setText(valore);
+                    }
+                    quello->findChild<QPushButton *>(u"Cmd(0)"_s)->click();
+                });
+                azione();
+                QCOMPARE(m_dialoghi, (QStringList{nome, nome}));
+                Inserisce(testo);
+            };
+        };
+        dialogo(u"MFont"_s, u"FrmFont"_s, u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
+        dialogo(u"MenuCollegamenti(0)"_s, u"FrmImage"_s, u"<IMG src=\"img/a &quot;b&quot;.gif\">"_s);
+        dialogo(u"MenuCollegamenti(1)"_s, u"FrmImage"_s, u" background=\"img/a &quot;b&quot;.gif\""_s);
+        dialogo(u"MenuTabella(0)"_s, u"FrmTabella"_s,
+                u"<TABLE width=\"60%\" height=\"80\" border=\"3\" cellspacing=\"2\" cellpadding=\"3\">\r\n  <TR>\r\n"
+                "    <TD> Cella 1</TD>\r\n  </TR>\r\n</TABLE>"_s);
+    }
+
+    void Metti(const QString &conCaretto)
+    {
+        m_finestra->PadCorrente()->ImpostaText(SenzaSegno(conCaretto));
+        m_finestra->PadCorrente()->ImpostaSelStart(int(conCaretto.indexOf(u'|')));
+        m_finestra->UndoRTB()->TakeUndoSnapShot();
+    }
+
+    /// The text \a testo stands before the caret, passes the check and goes with one step back.
+    void Inserisce(const QString &testo)
+    {
+        const QString prima = Testo();
+        RichTextBox *pad = m_finestra->PadCorrente();
+        const int caretto = pad->SelStart();
+        QVERIFY(caretto >= testo.size());
+        QCOMPARE(prima.sliced(caretto - testo.size(), testo.size()), testo);
+        QCOMPARE(VerificaDaRiga::InRighe(u"p"_s, prima), QString());
+        QCOMPARE(ModuloVerificaSintassi::ArrayRisultati().size(), 1);
+        m_finestra->ElencoComandi().Esegui(u"MenuEdit(0)"_s);
+        QCOMPARE(Testo(), QString(prima).remove(caretto - testo.size(), testo.size()));
+    }
+
+    /// Answers the dialogs that come up during the next action.
+    void Rispondi(const std::function<void(QDialog *)> &risposta)
+    {
+        auto *attesa = new QTimer(m_finestra.get());
+        connect(attesa, &QTimer::timeout, this, [this, attesa, risposta] {
+            auto *dialogo = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            if (!dialogo)
+                return;
+            if (qobject_cast<QFileDialog *>(dialogo) && dialogo->parentWidget() != m_finestra.get()) {
+                dialogo->reject(); // the image dialog's own
+                return;
+            }
+            m_dialoghi += dialogo->objectName();
+            attesa->deleteLater();
+            attesa->stop();
+            risposta(dialogo);
+        });
+        attesa->start(0);
+    }
+
+    [[nodiscard]] QString Testo() const { return m_finestra->PadCorrente()->Text(); }
+
+    QTemporaryDir m_cartella;
+    std::unique_ptr<FrmStart> m_finestra;
+    QHash<QString, std::function<void(const Azione &)>> m_prove; ///< by command; runs the action and looks
+    QUrl m_aperto;
+    QStringList m_dialoghi; ///< names of the dialogs that came up
+};
 
 QTEST_MAIN(TstComandi)
 #include "tst_comandi.moc"

@@ -1,8 +1,8 @@
+#include "AspettiScritti.h"
+
 #include "html/ColoraTesto.h"
 #include "html/ContestoTag.h"
 #include "html/IndiceCommenti.h"
-#include "html/SchemaColori.h"
-#include "platform/RichTextBox.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -68,18 +68,15 @@ struct TestoContato {
     }
     int CercaIndietro(QChar carattere, int prima) const
     {
-        int i = prima - 1;
-        while (i >= 0 && Unita(i) != carattere)
-            --i;
-        return i;
+        while (--prima >= 0 && Unita(prima) != carattere)
+            ;
+        return prima;
     }
     int CercaAvanti(QChar carattere, int da) const
     {
-        for (int i = da; i < testo.size(); ++i) {
-            if (Unita(i) == carattere)
-                return i;
-        }
-        return -1;
+        while (da < testo.size() && Unita(da) != carattere)
+            ++da;
+        return da < testo.size() ? da : -1;
     }
 };
 
@@ -109,24 +106,6 @@ QString StampaIngenua(const QString &testo, int caretto)
                                         letto.tag, letto.attributo, Ingenuo::Parola(testo, caretto));
 }
 
-/// One letter per unit for its look: t, a, v, c for the colours, upper case with a wave, "." for plain text.
-QString Aspetti(const RichTextBox &editor)
-{
-    QString lettere;
-    for (int i = 0; i < editor.Lunghezza(); ++i) {
-        const Aspetto aspetto = editor.AspettoIn(i);
-        QChar lettera = u'.';
-        if (aspetto.colore == SchemaColori::Tag)
-            lettera = u't';
-        else if (aspetto.colore == SchemaColori::Valore)
-            lettera = u'v';
-        else if (aspetto.colore == SchemaColori::Commento)
-            lettera = u'c';
-        lettere += aspetto.onda ? (lettera == u'.' ? QChar(u'~') : lettera.toUpper()) : lettera;
-    }
-    return lettere;
-}
-
 } // namespace
 
 class TstContesto : public QObject
@@ -134,144 +113,126 @@ class TstContesto : public QObject
     Q_OBJECT
 
 private slots:
-    void Lettori_data();
-    void Lettori();
-    void LettoriComeIngenui();
-    void CostoNelTagNonNellaPagina();
-    void CommentiSeguonoLeModifiche();
-    void Colori_data();
-    void Colori();
-};
+    void Lettori_data()
+    {
+        QTest::addColumn<QString>("testo");
+        QTest::addColumn<QString>("atteso");
+        const auto riga = [](const char *nome, const QString &testo, const QString &atteso) {
+            QTest::newRow(nome) << testo << atteso;
+        };
+        riga("empty page", u"|"_s, u"- <> [] ()"_s);
+        riga("name still being written, blank behind", u"<TAB| x"_s, u"tag <TAB> [] ()"_s);
+        riga("name, no blank anywhere after it", u"a <TAB|>"_s, u"tag <> [] (<TAB)"_s);
+        riga("attribute being written", u"<IMG bor|>"_s, u"tag <IMG> [bor] (bor)"_s);
+        riga("attribute with equals sign is no prefix", u"<IMG border=|>"_s, u"tag <IMG> [] (border)"_s);
+        riga("word drops every equals sign", u"<IMG a=b=|>"_s, u"tag <IMG> [] (ab)"_s);
+        riga("bracket in a quoted value ends the tag", u"<A t=\"1>2\" |"_s, u"- <A> [] ()"_s);
+        riga("comment just opened", u"<!--|"_s, u"tag comment <> [] ()"_s);
+        riga("bracket inside a comment leaves the tag", u"<!-- > |"_s, u"- comment <!--> [] ()"_s);
+        riga("comment not yet closed", u"<!-- --|>"_s, u"tag comment <!--> [--] (--)"_s);
+        riga("shortest comment", u"<!-->|"_s, u"- <> [] ()"_s);
+    }
 
-void TstContesto::Lettori_data()
-{
-    QTest::addColumn<QString>("testo");
-    QTest::addColumn<QString>("atteso");
-
-    QTest::newRow("empty page") << u"|"_s << u"- <> [] ()"_s;
-    QTest::newRow("caret before the first tag") << u"|<B >"_s << u"- <> [] ()"_s;
-    QTest::newRow("name, blank before the caret") << u"x<B |>"_s << u"tag <B> [] ()"_s;
-    QTest::newRow("name still being written, blank behind") << u"<TAB| x"_s << u"tag <TAB> [] ()"_s;
-    QTest::newRow("name, no blank anywhere after it") << u"a <TAB|>"_s << u"tag <> [] (<TAB)"_s;
-    QTest::newRow("lone bracket at the end") << u"a <|"_s << u"tag <> [] (<)"_s;
-    QTest::newRow("attribute being written") << u"<IMG bor|>"_s << u"tag <IMG> [bor] (bor)"_s;
-    QTest::newRow("attribute with equals sign is no prefix") << u"<IMG border=|>"_s << u"tag <IMG> [] (border)"_s;
-    QTest::newRow("word drops every equals sign") << u"<IMG a=b=|>"_s << u"tag <IMG> [] (ab)"_s;
-    QTest::newRow("after the tag the last tag is read on") << u"<B x>y|"_s << u"- <B> [x>y] (x>y)"_s;
-    QTest::newRow("bracket in a quoted value ends the tag") << u"<A t=\"1>2\" |"_s << u"- <A> [] ()"_s;
-    QTest::newRow("line end is part of the name") << u"<IMG\r\nsrc |"_s << u"tag <IMG\r\nsrc> [] ()"_s;
-    QTest::newRow("comment just opened") << u"<!--|"_s << u"tag comment <> [] ()"_s;
-    QTest::newRow("comment not yet opened") << u"<!-|- "_s << u"tag <!-> [] ()"_s;
-    QTest::newRow("bracket inside a comment leaves the tag") << u"<!-- > |"_s << u"- comment <!--> [] ()"_s;
-    QTest::newRow("comment not yet closed") << u"<!-- --|>"_s << u"tag comment <!--> [--] (--)"_s;
-    QTest::newRow("comment closed") << u"<!-- -->|"_s << u"- <!--> [-->] (-->)"_s;
-    QTest::newRow("shortest comment") << u"<!-->|"_s << u"- <> [] ()"_s;
-    QTest::newRow("closing mark alone") << u"-->|"_s << u"- <> [] ()"_s;
-    QTest::newRow("surrogate pairs before the caret")
-        << u"\U0001F600<B \U0001F600|>"_s << u"tag <B> [\U0001F600] (\U0001F600)"_s;
-}
-
-void TstContesto::Lettori()
-{
-    QFETCH(QString, testo);
-    QFETCH(QString, atteso);
-    RichTextBox editor;
-    Metti(editor, testo);
-    QCOMPARE(Stampa(editor), atteso);
-}
-
-void TstContesto::LettoriComeIngenui()
-{
-    const QStringList pezzi{u"<"_s,  u">"_s, u" "_s,  u"="_s,    u"-"_s, u"--"_s, u"<!--"_s,     u"-->"_s,
-                            u"\""_s, u"B"_s, u"al"_s, u"\r\n"_s, u"!"_s, u"x "_s, u"<SCRIPT>"_s, u"\U0001F600"_s};
-    QRandomGenerator caso(20);
-    for (int giro = 0; giro < 300; ++giro) {
-        QString testo;
-        for (int i = caso.bounded(40); i > 0; --i)
-            testo += pezzi[caso.bounded(int(pezzi.size()))];
+    void Lettori()
+    {
+        QFETCH(QString, testo);
+        QFETCH(QString, atteso);
         RichTextBox editor;
-        editor.ImpostaText(testo);
-        // Changes come while the readers are in use, so that what they remember must follow.
-        for (int passo = 0; passo < 12; ++passo) {
-            editor.ImpostaSelStart(caso.bounded(int(testo.size()) + 1));
-            const int caretto = editor.SelStart();
-            QCOMPARE(Stampa(editor), StampaIngenua(testo, caretto));
-            const int tolti = std::min(caso.bounded(4), int(testo.size()) - caretto);
-            editor.Sostituisci(caretto, tolti, pezzi[caso.bounded(int(pezzi.size()))]);
-            testo = editor.Text();
+        Metti(editor, testo);
+        QCOMPARE(Stampa(editor), atteso);
+    }
+
+    void LettoriComeIngenui()
+    {
+        const QStringList pezzi{u"<"_s,  u">"_s, u" "_s,  u"="_s,    u"-"_s, u"--"_s, u"<!--"_s,     u"-->"_s,
+                                u"\""_s, u"B"_s, u"al"_s, u"\r\n"_s, u"!"_s, u"x "_s, u"<SCRIPT>"_s, u"\U0001F600"_s};
+        QRandomGenerator caso(20);
+        for (int giro = 0; giro < 300; ++giro) {
+            QString testo;
+            for (int i = caso.bounded(40); i > 0; --i)
+                testo += pezzi[caso.bounded(int(pezzi.size()))];
+            RichTextBox editor;
+            editor.ImpostaText(testo);
+            // Changes come while the readers are in use, so that what they remember must follow.
+            for (int passo = 0; passo < 12; ++passo) {
+                editor.ImpostaSelStart(caso.bounded(int(testo.size()) + 1));
+                const int caretto = editor.SelStart();
+                QCOMPARE(Stampa(editor), StampaIngenua(testo, caretto));
+                const int tolti = std::min(caso.bounded(4), int(testo.size()) - caretto);
+                editor.Sostituisci(caretto, tolti, pezzi[caso.bounded(int(pezzi.size()))]);
+                testo = editor.Text();
+            }
         }
     }
-}
 
-void TstContesto::CostoNelTagNonNellaPagina()
-{
-    TestoContato pagina{u"<P class=x>some text</P>\r\n"_s.repeated(400'000)};
-    const QString tag = u"<TABLE border=\"1\" wid"_s;
-    const int dove = int(pagina.testo.size()) / 2 / 26 * 26;
-    pagina.testo.insert(dove, tag);
-    const int caretto = dove + int(tag.size());
-    QVERIFY(LetturaTag::DentroTag(pagina, caretto));
-    QCOMPARE(LetturaTag::LeggiTagAttributo(pagina, caretto), (LetturaTag::TagAttributo{u"TABLE"_s, u"wid"_s}));
-    QCOMPARE(LetturaTag::ParolaCorrente(pagina, caretto), u"wid"_s);
-    QCOMPARE_LE(pagina.lette, 6 * tag.size());
-}
+    void CostoNelTagNonNellaPagina()
+    {
+        TestoContato pagina{u"<P class=x>some text</P>\r\n"_s.repeated(400'000)};
+        const QString tag = u"<TABLE border=\"1\" wid"_s;
+        const int dove = int(pagina.testo.size()) / 2 / 26 * 26;
+        pagina.testo.insert(dove, tag);
+        const int caretto = dove + int(tag.size());
+        QVERIFY(LetturaTag::DentroTag(pagina, caretto));
+        QCOMPARE(LetturaTag::LeggiTagAttributo(pagina, caretto), (LetturaTag::TagAttributo{u"TABLE"_s, u"wid"_s}));
+        QCOMPARE(LetturaTag::ParolaCorrente(pagina, caretto), u"wid"_s);
+        QCOMPARE_LE(pagina.lette, 6 * tag.size());
+    }
 
-void TstContesto::CommentiSeguonoLeModifiche()
-{
-    RichTextBox editor;
-    const QString brano = u"<P>text</P>\r\n<!-- x -->\r\n"_s;
-    editor.ImpostaText(brano.repeated(50'000));
-    const auto dentro = [&editor](int dove) {
-        editor.ImpostaSelStart(dove);
-        return ContestoTag::DentroCommento(&editor);
-    };
-    QVERIFY(!dentro(editor.Lunghezza()));
-    const IndiceCommenti &indice = IndiceCommenti::Di(&editor);
-    const qint64 allInizio = indice.UnitaLette();
-    editor.Sostituisci(0, 0, u"<!--"_s); // up to the first "-->"
-    QVERIFY(dentro(10));
-    QVERIFY(!dentro(4 + 20'000 * int(brano.size()) + 5));
-    QVERIFY(dentro(4 + 20'000 * int(brano.size()) + 18));
-    editor.Sostituisci(editor.Lunghezza(), 0, u"<!--"_s);
-    QVERIFY(dentro(editor.Lunghezza()));
-    editor.Sostituisci(editor.Lunghezza() - 1, 1, QString()); // "<!-"
-    QVERIFY(!dentro(editor.Lunghezza()));
-    editor.Sostituisci(0, 1, QString());
-    QVERIFY(!dentro(10));
-    QCOMPARE_LE(indice.UnitaLette() - allInizio, 64);
-}
+    void CommentiSeguonoLeModifiche()
+    {
+        RichTextBox editor;
+        const QString brano = u"<P>text</P>\r\n<!-- x -->\r\n"_s;
+        editor.ImpostaText(brano.repeated(50'000));
+        const auto dentro = [&editor](int dove) {
+            editor.ImpostaSelStart(dove);
+            return ContestoTag::DentroCommento(&editor);
+        };
+        QVERIFY(!dentro(editor.Lunghezza()));
+        const IndiceCommenti &indice = IndiceCommenti::Di(&editor);
+        const qint64 allInizio = indice.UnitaLette();
+        editor.Sostituisci(0, 0, u"<!--"_s); // up to the first "-->"
+        QVERIFY(dentro(10));
+        QVERIFY(!dentro(4 + 20'000 * int(brano.size()) + 5));
+        QVERIFY(dentro(4 + 20'000 * int(brano.size()) + 18));
+        editor.Sostituisci(editor.Lunghezza(), 0, u"<!--"_s);
+        QVERIFY(dentro(editor.Lunghezza()));
+        editor.Sostituisci(editor.Lunghezza() - 1, 1, QString()); // "<!-"
+        QVERIFY(!dentro(editor.Lunghezza()));
+        editor.Sostituisci(0, 1, QString());
+        QVERIFY(!dentro(10));
+        QCOMPARE_LE(indice.UnitaLette() - allInizio, 64);
+    }
 
-void TstContesto::Colori_data()
-{
-    QTest::addColumn<int>("lunghezza");
-    QTest::addColumn<int>("modo"); // 0 word, 1 word kept selected, 2 fault
-    QTest::addColumn<QString>("aspetti");
-    QTest::addColumn<int>("selezionati");
+    void Colori_data()
+    {
+        QTest::addColumn<int>("lunghezza");
+        QTest::addColumn<int>("modo"); // 0 word, 1 word kept selected, 2 fault
+        QTest::addColumn<QString>("aspetti");
+        QTest::addColumn<int>("selezionati");
+        QTest::newRow("word: two units more lose the wave") << 2 << 0 << u"~~tt..~~"_s << 0;
+        QTest::newRow("word kept: waves stay, word selected") << 2 << 1 << u"~~TT~~~~"_s << 2;
+        QTest::newRow("fault") << 3 << 2 << u"~~CCC~~~"_s << 0;
+        QTest::newRow("word beyond the end") << 99 << 0 << u"~~tttttt"_s << 0;
+        QTest::newRow("fault beyond the end") << 99 << 2 << u"~~CCCCCC"_s << 0;
+    }
 
-    QTest::newRow("word: two units more lose the wave") << 2 << 0 << u"~~tt..~~"_s << 0;
-    QTest::newRow("word kept: waves stay, word selected") << 2 << 1 << u"~~TT~~~~"_s << 2;
-    QTest::newRow("fault") << 3 << 2 << u"~~CCC~~~"_s << 0;
-    QTest::newRow("word beyond the end") << 99 << 0 << u"~~tttttt"_s << 0;
-    QTest::newRow("fault beyond the end") << 99 << 2 << u"~~CCCCCC"_s << 0;
-    QTest::newRow("word of no length") << 0 << 0 << u"~~..~~~~"_s << 0;
-}
-
-void TstContesto::Colori()
-{
-    QFETCH(int, lunghezza);
-    QFETCH(int, modo);
-    RichTextBox editor;
-    editor.ImpostaText(u"abcdefgh"_s);
-    editor.Sottolinea(0, 8, true);
-    editor.Seleziona(2, 1);
-    if (modo == 2)
-        ColoraTesto::SegnaErrore(&editor, lunghezza);
-    else
-        ColoraTesto::ColoraParola(&editor, lunghezza, SchemaColori::Tag, modo == 1);
-    QTEST(Aspetti(editor), "aspetti");
-    QCOMPARE(editor.SelStart(), 2);
-    QTEST(editor.SelLength(), "selezionati");
-}
+    void Colori()
+    {
+        QFETCH(int, lunghezza);
+        QFETCH(int, modo);
+        RichTextBox editor;
+        editor.ImpostaText(u"abcdefgh"_s);
+        editor.Sottolinea(0, 8, true);
+        editor.Seleziona(2, 1);
+        if (modo == 2)
+            ColoraTesto::SegnaErrore(&editor, lunghezza);
+        else
+            ColoraTesto::ColoraParola(&editor, lunghezza, SchemaColori::Tag, modo == 1);
+        QTEST(AspettiScritti(editor), "aspetti");
+        QCOMPARE(editor.SelStart(), 2);
+        QTEST(editor.SelLength(), "selezionati");
+    }
+};
 
 QTEST_MAIN(TstContesto)
 #include "tst_contesto.moc"

@@ -1,12 +1,12 @@
+#include "Aiuti.h"
+
 #include "app/Comandi.h"
 #include "app/Frammenti.h"
-#include "app/TabellaFrammenti.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/ColoriHtml.h"
 #include "dialogs/FrmFont.h"
 #include "platform/RichTextBox.h"
 
-#include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QLabel>
@@ -14,41 +14,11 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
 
 // What the fragment commands put into the page, on the real control and through the real commands.
-class TstFrammenti : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void everyCommand_data();
-    void everyCommand();
-    void insertion_data();
-    void insertion();
-    void checkSeesTheCaretAtTheStart();
-    void indent_data();
-    void indent();
-    void background_data();
-    void background();
-    void picture();
-    void colourNames();
-    void fontTag_data();
-    void fontTag();
-    void fontDialogStartsAsDesigned();
-    void fontDialogGivesWhatIsChosen();
-    void fontDialogTakesAnyFace();
-    void anotherColourComesAfterTheNames();
-    void cancelledFontInsertsNothing();
-    void keysWhileADialogCloses_data();
-    void keysWhileADialogCloses();
-};
-
 namespace
 {
 
@@ -94,359 +64,276 @@ RisultatoFont Font(const QString &faccia, int dimensione, ColoreBgr colore)
 
 } // namespace
 
-void TstFrammenti::initTestCase()
+class TstFrammenti : public QObject
 {
-    QCOMPARE(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_SORGENTI "/data"), ModuloPrincipale::LinguaInglese)
-                 .errore,
-             QString());
-}
+    Q_OBJECT
 
-void TstFrammenti::everyCommand_data()
-{
-    QTest::addColumn<QString>("frammento");
-    const auto riga = [](const char *comando, const QString &frammento) { QTest::newRow(comando) << frammento; };
-    riga("MenuAllineamento(0)", uR"(<DIV align="left"></DIV>)"_s);
-    riga("MenuAllineamento(1)", uR"(<DIV align="center"></DIV>)"_s);
-    riga("MenuAllineamento(2)", uR"(<DIV align="right"></DIV>)"_s);
-    riga("MenuFormato(0)", u"<UL>~   <LI> Riga 1 </LI>~   <LI> Riga 2 </LI>~</UL>"_s);
-    riga("MenuFormato(1)", u"<OL>~   <LI> Riga 1 </LI>~   <LI> Riga 2 </LI>~</OL>"_s);
-    riga("MenuComuni(0)", u"<BR>"_s);
-    riga("MenuComuni(1)", u"&nbsp;"_s);
-    riga("MenuComuni(2)", u"<!-- Riga di commento -->"_s);
-    riga("MenuComuni(3)", uR"(<HR size=4 width=800 align="left">)"_s);
-    riga("MenuComuni(4)", u"<H1>"_s);
-    riga("MenuComuni(5)", u"<P>"_s);
-    riga("MenuCollegamenti(2)", uR"(<A href="http://www.example.com/" target="_blank">Descrizione link</A>)"_s);
-    riga("MenuCollegamenti(3)", uR"(<A href="mailto:nome@example.com" target="_blank">Descrizione e-mail</A>)"_s);
-    riga("MenuTabella(1)", u"<TABLE>"_s);
-    riga("MenuTabella(2)", u"<TR>"_s);
-    riga("MenuTabella(3)", u"<TD>"_s);
-    riga("MenuTabella(4)", u"<TH>"_s);
-    riga("MenuForm(0)", uR"(<FORM method="post" action="inserire lo script">~~</FORM>)"_s);
-    riga("MenuForm(1)", uR"(<SELECT name="select">~  <OPTION value="op1"> testo1~  <OPTION value="op2"> testo2)"
-                        uR"(~  <OPTION value="op3"> testo3~</SELECT>)"_s);
-    riga("MenuForm(2)", uR"(<INPUT type="text" name="textbox" value="testo">)"_s);
-    riga("MenuForm(3)", uR"(<INPUT type="radio" name="radio" value="1">Radio)"_s);
-    riga("MenuForm(4)", uR"(<INPUT type="checkbox" name="chk" value="1">Checkbox)"_s);
-    riga("MenuForm(5)", uR"(<TEXTAREA name="textarea" cols=10 rows=5>~Line 1~Line 2~</TEXTAREA>)"_s);
-    riga("MenuForm(6)", uR"(<INPUT type="button" name="button" value="bottone">)"_s);
-    riga("MenuForm(7)", uR"(<LABEL for="label">Label</LABEL>)"_s);
-    riga("ToolFormat2(1)", u"<B>"_s);
-    riga("ToolFormat2(2)", u"<I>"_s);
-    riga("ToolFormat2(3)", u"<U>"_s);
-    riga("ToolCommon2(1)", u"<H1>"_s);
-    riga("ToolCommon2(2)", u"<H2>"_s);
-    riga("ToolCommon2(3)", u"<H3>"_s);
-}
-
-void TstFrammenti::everyCommand()
-{
-    QFETCH(QString, frammento);
     QWidget finestra;
-    RichTextBox pad(&finestra);
-    Comandi comandi;
-    Frammenti frammenti(&pad, &finestra);
-    frammenti.Collega(comandi);
-    Metti(pad, u"prima|dopo"_s);
-    QSignalSpy cambi(&pad, &RichTextBox::Change);
-    QSignalSpy anteprime(&frammenti, &Frammenti::AnteprimaRichiesta);
-    comandi.Esegui(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(ConSegno(pad), u"prima"_s + frammento.replace(u"~"_s, u"\r\n"_s) + u"|dopo"_s);
-    QCOMPARE(cambi.count(), 1);
-    QCOMPARE(anteprime.count(), 1);
-}
+    RichTextBox pad{&finestra};
+    Frammenti frammenti{&pad, &finestra};
 
-void TstFrammenti::insertion_data()
-{
-    QTest::addColumn<QString>("prima");
-    QTest::addColumn<QString>("testo");
-    QTest::addColumn<QString>("dopo");
-    QTest::addColumn<int>("verifiche");
-    QTest::newRow("selection stays, not selected") << u"xx|abc|yy"_s << u"<P>"_s << u"xx<P>|abcyy"_s << 1;
-    QTest::newRow("empty page") << u"|"_s << u"<P>"_s << u"<P>|"_s << 0;
-    QTest::newRow("position 0 is not checked") << u"|abc"_s << u"<P>"_s << u"<P>|abc"_s << 0;
-    QTest::newRow("position 1 is not checked") << u"a|bc"_s << u"<P>"_s << u"a<P>|bc"_s << 0;
-    QTest::newRow("position 2 is checked") << u"ab|c"_s << u"<P>"_s << u"ab<P>|c"_s << 1;
-    QTest::newRow("after a line end") << u"a\r\n|b"_s << u"x\r\ny"_s << u"a\r\nx\r\ny|b"_s << 1;
-    QTest::newRow("at the end, after a lone CR") << u"abc\r|"_s << u"<P>"_s << u"abc\r<P>|"_s << 1;
-    QTest::newRow("empty text only drops the selection") << u"xx|abc|yy"_s << QString() << u"xx|abcyy"_s << 1;
-}
-
-void TstFrammenti::insertion()
-{
-    QFETCH(QString, prima);
-    QFETCH(QString, testo);
-    QFETCH(QString, dopo);
-    QFETCH(int, verifiche);
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    Metti(pad, prima);
-    QSignalSpy verifica(&frammenti, &Frammenti::VerificaRichiesta);
-    QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
-    frammenti.InserisciTesto(testo);
-    QCOMPARE(ConSegno(pad), dopo);
-    QCOMPARE(verifica.count(), verifiche);
-    QCOMPARE(anteprima.count(), 1);
-}
-
-void TstFrammenti::checkSeesTheCaretAtTheStart()
-{
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    Metti(pad, u"abcd|ef"_s);
-    QStringList visto;
-    connect(&frammenti, &Frammenti::InCambiamento, this, [&] { visto += ConSegno(pad); });
-    connect(&frammenti, &Frammenti::VerificaRichiesta, this, [&](int primaFine) {
-        visto += ConSegno(pad) + QString::number(primaFine);
-        pad.ImpostaSelStart(0);
-    });
-    frammenti.InserisciTesto(u"<P>"_s);
-    visto += ConSegno(pad);
-    QCOMPARE(visto, (QStringList{u"abcd|ef"_s, u"abcd|<P>ef2"_s, u"abcd<P>|ef"_s}));
-    QVERIFY(pad.updatesEnabled());
-}
-
-void TstFrammenti::indent_data()
-{
-    QTest::addColumn<int>("modo");
-    QTest::addColumn<QString>("prima");
-    QTest::addColumn<QString>("dopo");
-    QTest::newRow("indent puts a tab") << 2 << u"a\r\nbc|d"_s << u"a\r\n\t|bcd"_s;
-    QTest::newRow("indent leaves the first line") << 2 << u"ab|c\r\nd"_s << u"ab|c\r\nd"_s;
-    QTest::newRow("outdent leaves the first line") << 1 << u"\ta|b"_s << u"\ta|b"_s;
-    QTest::newRow("outdent takes one of two tabs") << 1 << u"a\r\n\t\tb|"_s << u"a\r\n|\tb"_s;
-    QTest::newRow("outdent takes one blank") << 1 << u"a\r\n  b|"_s << u"a\r\n| b"_s;
-    QTest::newRow("outdent leaves letters") << 1 << u"a\r\nb|c"_s << u"a\r\n|bc"_s;
-    QTest::newRow("outdent on an empty last line") << 1 << u"a\r\n|"_s << u"a\r\n|"_s;
-    QTest::newRow("outdent leaves the end of an empty line") << 1 << u"a\r\n|\r\nb"_s << u"a\r\n|\r\nb"_s;
-    QTest::newRow("lone CR") << 2 << u"a\rb|"_s << u"a\r\t|b"_s;
-    QTest::newRow("the line of the selection's start") << 2 << u"a\r\nb|c\r\nd|e"_s << u"a\r\n\t|bc\r\nde"_s;
-    QTest::newRow("caret at the line's start") << 1 << u"a\r\n|\tb"_s << u"a\r\n|b"_s;
-    QTest::newRow("any other mode") << 3 << u"a\r\n\tb|"_s << u"a\r\n|\tb"_s;
-}
-
-void TstFrammenti::indent()
-{
-    QFETCH(int, modo);
-    QFETCH(QString, prima);
-    QFETCH(QString, dopo);
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    Metti(pad, prima);
-    frammenti.RientroRiga(quint8(modo));
-    QCOMPARE(ConSegno(pad), dopo);
-}
-
-void TstFrammenti::background_data()
-{
-    QTest::addColumn<QString>("prima");
-    QTest::addColumn<QString>("immagine");
-    QTest::addColumn<QString>("dopo");
-    QTest::newRow("tag becomes upper case, the rest stays")
-        << u"|<body bgcolor=white>"_s << u"img/x.gif"_s << u"<BODY background=\"img/x.gif\"| bgcolor=white>"_s;
-    QTest::newRow("a double quote") << u"<BODY>|"_s << u"a\".gif"_s << u"<BODY background=\"a&quot;.gif\"|>"_s;
-    QTest::newRow("only the first body") << u"ab<BODY>|<BODY>"_s << u"i"_s << u"ab<BODY background=\"i\"|><BODY>"_s;
-    QTest::newRow("no body") << u"<p>|x|</p>"_s << u"i"_s << u"<p>|x</p>"_s;
-    QTest::newRow("cancelled") << u"<body>|"_s << QString() << u"<body>|"_s;
-}
-
-void TstFrammenti::background()
-{
-    QFETCH(QString, prima);
-    QFETCH(QString, immagine);
-    QFETCH(QString, dopo);
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    Metti(pad, prima);
-    QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
-    QSignalSpy cambi(&pad, &RichTextBox::Change);
-    frammenti.InserisciSfondo(immagine);
-    QCOMPARE(ConSegno(pad), dopo);
-    QCOMPARE(anteprima.count(), 1);
-    QCOMPARE(cambi.count(), Pagina(prima).testo == pad.Text() ? 0 : 1);
-}
-
-void TstFrammenti::picture()
-{
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
-    frammenti.InserisciImmagine({});
-    QCOMPARE(anteprima.count(), 0);
-    frammenti.InserisciImmagine(u"img/a \"b\".gif"_s);
-    QCOMPARE(ConSegno(pad), u"<IMG src=\"img/a &quot;b&quot;.gif\">|"_s);
-}
-
-void TstFrammenti::colourNames()
-{
-    const QList<std::pair<QString, QString>> attesi{
-        {u"0"_s, u"black"_s},     {u"FF0000"_s, u"blue"_s},   {u"FF00FF"_s, u"fuchsia"_s}, {u"808080"_s, u"gray"_s},
-        {u"C000"_s, u"green"_s},  {u"80FF80"_s, u"lime"_s},   {u"80"_s, u"maroon"_s},      {u"C00000"_s, u"navy"_s},
-        {u"8000"_s, u"olive"_s},  {u"800080"_s, u"purple"_s}, {u"FF"_s, u"red"_s},         {u"C0C0C0"_s, u"silver"_s},
-        {u"808000"_s, u"teal"_s}, {u"FFFF"_s, u"yellow"_s},   {u"FFFF00"_s, u"aqua"_s},    {u"FFFFFF"_s, u"white"_s}};
-    QList<std::pair<QString, QString>> avuti;
-    for (const ColoriHtml::Colore &colore : ColoriHtml::Elenco()) {
-        QCOMPARE(ColoriHtml::NomeColore(colore.valore), colore.nome.toString());
-        QCOMPARE(ColoriHtml::DaQColor(ColoreQt(colore.valore)), colore.valore);
-        avuti += {QString::number(colore.valore, 16).toUpper(), colore.nome.toString()};
+private slots:
+    void initTestCase()
+    {
+        QCOMPARE(
+            ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_SORGENTI "/data"), ModuloPrincipale::LinguaInglese)
+                .errore,
+            QString());
     }
-    QCOMPARE(avuti, attesi);
-    for (const ColoreBgr senza : {0x008080u, 0x00FF00u, 0x000001u, 0x010000FFu, 0xFFFFFFFFu})
-        QCOMPARE(ColoriHtml::NomeColore(senza), QString());
-}
 
-void TstFrammenti::fontTag_data()
-{
-    QTest::addColumn<int>("punti");
-    QTest::addColumn<ColoreBgr>("colore");
-    QTest::addColumn<QString>("tag");
-    const QString forma = u"<font size=\"%1\" color=\"%2\" face=\"Times New Roman\"> testo di prova </font>"_s;
-    QTest::newRow("12 points, red") << 12 << ColoreBgr(0xFF) << forma.arg(u"3"_s, u"red"_s);
-    QTest::newRow("a colour without a name") << 12 << ColoreBgr(0x8080) << forma.arg(u"3"_s, QString());
-    for (const auto &[punti, dimensione] :
-         {std::pair{1, 0}, {3, 0}, {4, 1}, {7, 2}, {8, 2}, {10, 2}, {14, 4}, {18, 5}, {24, 6}, {36, 10}, {999, 285}})
-        QTest::addRow("%d points", punti)
-            << punti << ColoreBgr(0) << forma.arg(QString::number(dimensione), u"black"_s);
-}
+    void commandsInsertInOneChange()
+    {
+        Comandi comandi;
+        frammenti.Collega(comandi);
+        Metti(pad, u"prima|dopo"_s);
+        QSignalSpy cambi(&pad, &RichTextBox::Change);
+        QSignalSpy anteprime(&frammenti, &Frammenti::AnteprimaRichiesta);
+        comandi.Esegui(u"MenuForm(5)"_s);
+        QCOMPARE(ConSegno(pad),
+                 u"prima<TEXTAREA name=\"textarea\" cols=10 rows=5>\r\nLine 1\r\nLine 2\r\n</TEXTAREA>|dopo"_s);
+        QCOMPARE(cambi.count(), 1);
+        QCOMPARE(anteprime.count(), 1);
+    }
 
-void TstFrammenti::fontTag()
-{
-    QFETCH(int, punti);
-    QFETCH(ColoreBgr, colore);
-    QFETCH(QString, tag);
-    QCOMPARE(Font(u"Times New Roman"_s, punti, colore).TestoHtml(), tag);
-}
+    void insertion_data()
+    {
+        QTest::addColumn<QString>("prima");
+        QTest::addColumn<QString>("testo");
+        QTest::addColumn<QString>("dopo");
+        QTest::addColumn<int>("verifiche");
+        QTest::newRow("selection stays, not selected") << u"xx|abc|yy"_s << u"<P>"_s << u"xx<P>|abcyy"_s << 1;
+        QTest::newRow("position 2 is checked") << u"ab|c"_s << u"<P>"_s << u"ab<P>|c"_s << 1;
+        QTest::newRow("after a line end") << u"a\r\n|b"_s << u"x\r\ny"_s << u"a\r\nx\r\ny|b"_s << 1;
+        QTest::newRow("at the end, after a lone CR") << u"abc\r|"_s << u"<P>"_s << u"abc\r<P>|"_s << 1;
+        QTest::newRow("empty text only drops the selection") << u"xx|abc|yy"_s << QString() << u"xx|abcyy"_s << 1;
+    }
 
-void TstFrammenti::fontDialogStartsAsDesigned()
-{
-    bool visto = false;
-    QTimer::singleShot(0, this, [&visto] {
-        const auto *dialogo = qobject_cast<FrmFont *>(QApplication::activeModalWidget());
-        QVERIFY(dialogo);
-        visto = true;
-        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return);
-    });
-    const RisultatoFont scelto = ModuloPrincipale::SceltaFont(nullptr, u"Arial"_s + QString(40, u'x'));
-    QVERIFY(visto);
-    QVERIFY(!scelto.annullato);
-    QCOMPARE(scelto.TestoHtml(),
-             u"<font size=\"2\" color=\"aqua\" face=\"Arial%1\"> testo di prova </font>"_s.arg(QString(27, u'x')));
-    QVERIFY(!scelto.grassetto && !scelto.corsivo && !scelto.sottolineato && !scelto.barrato);
-}
+    void insertion()
+    {
+        QFETCH(QString, prima);
+        QFETCH(QString, testo);
+        QFETCH(QString, dopo);
+        QFETCH(int, verifiche);
+        Metti(pad, prima);
+        QSignalSpy verifica(&frammenti, &Frammenti::VerificaRichiesta);
+        QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
+        frammenti.InserisciTesto(testo);
+        QCOMPARE(ConSegno(pad), dopo);
+        QCOMPARE(verifica.count(), verifiche);
+        QCOMPARE(anteprima.count(), 1);
+    }
 
-void TstFrammenti::fontDialogGivesWhatIsChosen()
-{
-    FrmFont dialogo(Font(u"Arial"_s, 10, 0));
-    dialogo.findChild<QListWidget *>(u"LstStili"_s)->setCurrentRow(3);
-    dialogo.findChild<QListWidget *>(u"LstDimensioni"_s)->setCurrentRow(4);
-    QTest::keyClick(dialogo.findChild<QWidget *>(u"ChkSottolineato"_s), Qt::Key_Space);
-    dialogo.findChild<QComboBox *>(u"CmbColore"_s)->setCurrentText(u"red"_s);
-    const RisultatoFont scelta = dialogo.Scelta();
-    QVERIFY(scelta.grassetto && scelta.corsivo && scelta.sottolineato && !scelta.barrato);
-    QCOMPARE(scelta.dimensione, qint16(12));
-    QCOMPARE(scelta.colore, ColoreBgr(0xFF));
-    // The sample and the tag go along.
-    const auto *esempio = dialogo.findChild<QLabel *>(u"LblEsempio"_s);
-    QCOMPARE(esempio->palette().color(QPalette::WindowText), QColor(Qt::red));
-    QVERIFY(esempio->font().bold() && esempio->font().italic() && esempio->font().underline());
-    QCOMPARE(esempio->font().pointSize(), 12);
-    QCOMPARE(dialogo.findChild<QLabel *>(u"LblTag"_s)->text(), u"<font size=\"3\" color=\"red\" face=\"Arial\">"_s);
-}
-
-void TstFrammenti::fontDialogTakesAnyFace()
-{
-    FrmFont dialogo(Font(u"Arial"_s, 11, 0));
-    auto *faccia = dialogo.findChild<QLineEdit *>(u"TxtFaccia"_s);
-    auto *facce = dialogo.findChild<QListWidget *>(u"LstFacce"_s);
-    const auto *ok = dialogo.findChild<QPushButton *>(u"Cmd(0)"_s);
-    faccia->selectAll();
-    QTest::keyClicks(faccia, u"Not \"installed\""_s);
-    QCOMPARE(facce->currentRow(), -1);
-    QVERIFY(dialogo.Scelta().TestoHtml().contains(u"face=\"Not &quot;installed&quot;\">"_s));
-    faccia->clear();
-    QVERIFY(!ok->isEnabled());
-    QVERIFY(facce->count() > 0);
-    // A page names a face without its foundry.
-    QCOMPARE(facce->findItems(u"]"_s, Qt::MatchEndsWith).size(), 0);
-    facce->setCurrentRow(facce->count() - 1);
-    QCOMPARE(dialogo.Scelta().faccia, facce->item(facce->count() - 1)->text());
-    QVERIFY(ok->isEnabled());
-}
-
-void TstFrammenti::anotherColourComesAfterTheNames()
-{
-    FrmFont dialogo(Font(u"Arial"_s, 10, 0xFF));
-    auto *colori = dialogo.findChild<QComboBox *>(u"CmbColore"_s);
-    const int ultima = colori->count() - 1;
-    QCOMPARE(colori->itemText(0), u"black"_s);
-    const auto rispondi = [&](const QColor &scelto) {
-        QTimer::singleShot(0, this, [scelto] {
-            auto *tavolozza = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
-            QVERIFY(tavolozza);
-            tavolozza->setCurrentColor(scelto);
-            scelto.isValid() ? tavolozza->accept() : tavolozza->reject();
+    void checkSeesTheCaretAtTheStart()
+    {
+        Metti(pad, u"abcd|ef"_s);
+        QStringList visto;
+        connect(&frammenti, &Frammenti::InCambiamento, this, [&] { visto += ConSegno(pad); });
+        connect(&frammenti, &Frammenti::VerificaRichiesta, this, [&](int primaFine) {
+            visto += ConSegno(pad) + QString::number(primaFine);
+            pad.ImpostaSelStart(0);
         });
-        colori->setCurrentIndex(colori->count() - 1);
-        emit colori->activated(colori->count() - 1);
-    };
-    rispondi({});
-    QCOMPARE(dialogo.Scelta().colore, ColoreBgr(0xFF));
-    rispondi(QColor(1, 2, 3));
-    QCOMPARE(dialogo.Scelta().colore, ColoreBgr(0x030201));
-    QCOMPARE(colori->currentIndex(), ultima);
-    QVERIFY(!dialogo.findChild<QLabel *>(u"LblNota"_s)->text().isEmpty());
-}
+        frammenti.InserisciTesto(u"<P>"_s);
+        frammenti.disconnect(this);
+        visto += ConSegno(pad);
+        QCOMPARE(visto, (QStringList{u"abcd|ef"_s, u"abcd|<P>ef2"_s, u"abcd<P>|ef"_s}));
+        QVERIFY(pad.updatesEnabled());
+    }
 
-void TstFrammenti::cancelledFontInsertsNothing()
-{
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    Frammenti frammenti(&pad, &finestra);
-    QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
-    QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
-    frammenti.InserisciFont();
-    QCOMPARE(pad.Text(), QString());
-    QCOMPARE(anteprima.count(), 0);
-    QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
-    frammenti.InserisciFont();
-    QCOMPARE(pad.Text(), u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
-}
+    void indent_data()
+    {
+        QTest::addColumn<int>("modo");
+        QTest::addColumn<QString>("prima");
+        QTest::addColumn<QString>("dopo");
+        QTest::newRow("indent puts a tab") << 2 << u"a\r\nbc|d"_s << u"a\r\n\t|bcd"_s;
+        QTest::newRow("indent leaves the first line") << 2 << u"ab|c\r\nd"_s << u"ab|c\r\nd"_s;
+        QTest::newRow("outdent leaves the first line") << 1 << u"\ta|b"_s << u"\ta|b"_s;
+        QTest::newRow("outdent takes one of two tabs") << 1 << u"a\r\n\t\tb|"_s << u"a\r\n|\tb"_s;
+        QTest::newRow("outdent takes one blank") << 1 << u"a\r\n  b|"_s << u"a\r\n| b"_s;
+        QTest::newRow("outdent on an empty last line") << 1 << u"a\r\n|"_s << u"a\r\n|"_s;
+        QTest::newRow("outdent leaves the end of an empty line") << 1 << u"a\r\n|\r\nb"_s << u"a\r\n|\r\nb"_s;
+        QTest::newRow("lone CR") << 2 << u"a\rb|"_s << u"a\r\t|b"_s;
+        QTest::newRow("the line of the selection's start") << 2 << u"a\r\nb|c\r\nd|e"_s << u"a\r\n\t|bc\r\nde"_s;
+    }
 
-void TstFrammenti::keysWhileADialogCloses_data()
-{
-    QTest::addColumn<QString>("fine");
-    QTest::newRow("MFont") << u"</font>x|c"_s;
-    QTest::newRow("MenuTabella(0)") << u"</TABLE>x|c"_s;
-}
+    void indent()
+    {
+        QFETCH(int, modo);
+        QFETCH(QString, prima);
+        QFETCH(QString, dopo);
+        Metti(pad, prima);
+        frammenti.RientroRiga(quint8(modo));
+        QCOMPARE(ConSegno(pad), dopo);
+    }
 
-void TstFrammenti::keysWhileADialogCloses()
-{
-    QFETCH(QString, fine);
-    QWidget finestra;
-    RichTextBox pad(&finestra);
-    pad.setFocus();
-    Comandi comandi;
-    Frammenti frammenti(&pad, &finestra);
-    frammenti.Collega(comandi);
-    Metti(pad, u"ab|c"_s);
-    QTimer::singleShot(0, this, [] {
-        QWidget *dialogo = QApplication::activeModalWidget();
-        QWindow *suo = dialogo->windowHandle();
-        QTest::keyPress(dialogo, Qt::Key_Return);
-        for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent tasto(tipo, Qt::Key_X, Qt::NoModifier, u"x"_s);
-            QCoreApplication::sendEvent(suo, &tasto);
+    void background_data()
+    {
+        QTest::addColumn<QString>("prima");
+        QTest::addColumn<QString>("immagine");
+        QTest::addColumn<QString>("dopo");
+        QTest::newRow("tag becomes upper case, the rest stays")
+            << u"|<body bgcolor=white>"_s << u"img/x.gif"_s << u"<BODY background=\"img/x.gif\"| bgcolor=white>"_s;
+        QTest::newRow("a double quote") << u"<BODY>|"_s << u"a\".gif"_s << u"<BODY background=\"a&quot;.gif\"|>"_s;
+        QTest::newRow("only the first body") << u"ab<BODY>|<BODY>"_s << u"i"_s << u"ab<BODY background=\"i\"|><BODY>"_s;
+        QTest::newRow("no body") << u"<p>|x|</p>"_s << u"i"_s << u"<p>|x</p>"_s;
+        QTest::newRow("cancelled") << u"<body>|"_s << QString() << u"<body>|"_s;
+    }
+
+    void background()
+    {
+        QFETCH(QString, prima);
+        QFETCH(QString, immagine);
+        QFETCH(QString, dopo);
+        Metti(pad, prima);
+        QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
+        QSignalSpy cambi(&pad, &RichTextBox::Change);
+        frammenti.InserisciSfondo(immagine);
+        QCOMPARE(ConSegno(pad), dopo);
+        QCOMPARE(anteprima.count(), 1);
+        QCOMPARE(cambi.count(), Pagina(prima).testo == pad.Text() ? 0 : 1);
+    }
+
+    void picture()
+    {
+        QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
+        Metti(pad, u"|"_s);
+        frammenti.InserisciImmagine({});
+        QCOMPARE(anteprima.count(), 0);
+        frammenti.InserisciImmagine(u"img/a \"b\".gif"_s);
+        QCOMPARE(ConSegno(pad), u"<IMG src=\"img/a &quot;b&quot;.gif\">|"_s);
+    }
+
+    void colourNames()
+    {
+        for (const ColoriHtml::Colore &colore : ColoriHtml::Elenco()) {
+            QCOMPARE(ColoriHtml::NomeColore(colore.valore), colore.nome.toString());
+            QCOMPARE(ColoriHtml::DaQColor(ColoreQt(colore.valore)), colore.valore);
         }
-    });
-    comandi.Esegui(QString::fromLatin1(QTest::currentDataTag()));
-    QCoreApplication::sendPostedEvents(&pad);
-    QVERIFY2(ConSegno(pad).endsWith(fine), qPrintable(ConSegno(pad)));
-}
+        QCOMPARE(ColoriHtml::NomeColore(0xFFFF00), u"aqua"_s);
+        for (const ColoreBgr senza : {0x008080u, 0x000001u, 0x010000FFu, 0xFFFFFFFFu})
+            QCOMPARE(ColoriHtml::NomeColore(senza), QString());
+    }
+
+    void fontTag()
+    {
+        const QString forma = u"<font size=\"%1\" color=\"%2\" face=\"Times New Roman\"> testo di prova </font>"_s;
+        const auto tag = [](int punti, ColoreBgr colore) {
+            return Font(u"Times New Roman"_s, punti, colore).TestoHtml();
+        };
+        QCOMPARE(tag(12, 0xFF), forma.arg(u"3"_s, u"red"_s));
+        QCOMPARE(tag(12, 0x8080), forma.arg(u"3"_s, QString())); // a colour without a name
+        for (const auto &[punti, dimensione] : {std::pair{1, 0}, {3, 0}, {4, 1}, {7, 2}, {10, 2}, {14, 4}, {999, 285}})
+            QCOMPARE(tag(punti, 0), forma.arg(QString::number(dimensione), u"black"_s));
+    }
+
+    void longFaceIsCut()
+    {
+        Aiuti::Rispondi<FrmFont>(this, [](FrmFont *dialogo) { QTest::keyClick(dialogo, Qt::Key_Return); });
+        const RisultatoFont scelto = ModuloPrincipale::SceltaFont(nullptr, u"Arial"_s + QString(40, u'x'));
+        QCOMPARE(scelto.TestoHtml(),
+                 u"<font size=\"2\" color=\"aqua\" face=\"Arial%1\"> testo di prova </font>"_s.arg(QString(27, u'x')));
+    }
+
+    void fontDialogGivesWhatIsChosen()
+    {
+        FrmFont dialogo(Font(u"Arial"_s, 10, 0));
+        dialogo.findChild<QListWidget *>(u"LstStili"_s)->setCurrentRow(3);
+        dialogo.findChild<QListWidget *>(u"LstDimensioni"_s)->setCurrentRow(4);
+        QTest::keyClick(dialogo.findChild<QWidget *>(u"ChkSottolineato"_s), Qt::Key_Space);
+        dialogo.findChild<QComboBox *>(u"CmbColore"_s)->setCurrentText(u"red"_s);
+        const RisultatoFont scelta = dialogo.Scelta();
+        QVERIFY(scelta.grassetto && scelta.corsivo && scelta.sottolineato && !scelta.barrato);
+        QCOMPARE(scelta.dimensione, qint16(12));
+        QCOMPARE(scelta.colore, ColoreBgr(0xFF));
+        // The sample and the tag go along.
+        const auto *esempio = dialogo.findChild<QLabel *>(u"LblEsempio"_s);
+        QCOMPARE(esempio->palette().color(QPalette::WindowText), QColor(Qt::red));
+        QVERIFY(esempio->font().bold() && esempio->font().italic() && esempio->font().underline());
+        QCOMPARE(esempio->font().pointSize(), 12);
+        QCOMPARE(dialogo.findChild<QLabel *>(u"LblTag"_s)->text(), u"<font size=\"3\" color=\"red\" face=\"Arial\">"_s);
+    }
+
+    void fontDialogTakesAnyFace()
+    {
+        FrmFont dialogo(Font(u"Arial"_s, 11, 0));
+        auto *faccia = dialogo.findChild<QLineEdit *>(u"TxtFaccia"_s);
+        auto *facce = dialogo.findChild<QListWidget *>(u"LstFacce"_s);
+        const auto *ok = dialogo.findChild<QPushButton *>(u"Cmd(0)"_s);
+        faccia->selectAll();
+        QTest::keyClicks(faccia, u"Not \"installed\""_s);
+        QCOMPARE(facce->currentRow(), -1);
+        QVERIFY(dialogo.Scelta().TestoHtml().contains(u"face=\"Not &quot;installed&quot;\">"_s));
+        faccia->clear();
+        QVERIFY(!ok->isEnabled());
+        QVERIFY(facce->count() > 0);
+        // A page names a face without its foundry.
+        QCOMPARE(facce->findItems(u"]"_s, Qt::MatchEndsWith).size(), 0);
+        facce->setCurrentRow(facce->count() - 1);
+        QCOMPARE(dialogo.Scelta().faccia, facce->item(facce->count() - 1)->text());
+        QVERIFY(ok->isEnabled());
+    }
+
+    void anotherColourComesAfterTheNames()
+    {
+        FrmFont dialogo(Font(u"Arial"_s, 10, 0xFF));
+        auto *colori = dialogo.findChild<QComboBox *>(u"CmbColore"_s);
+        const int ultima = colori->count() - 1;
+        QCOMPARE(colori->itemText(0), u"black"_s);
+        const auto rispondi = [&](const QColor &scelto) {
+            Aiuti::Rispondi<QColorDialog>(this, [scelto](QColorDialog *tavolozza) {
+                tavolozza->setCurrentColor(scelto);
+                scelto.isValid() ? tavolozza->accept() : tavolozza->reject();
+            });
+            colori->setCurrentIndex(colori->count() - 1);
+            emit colori->activated(colori->count() - 1);
+        };
+        rispondi({});
+        QCOMPARE(dialogo.Scelta().colore, ColoreBgr(0xFF));
+        rispondi(QColor(1, 2, 3));
+        QCOMPARE(dialogo.Scelta().colore, ColoreBgr(0x030201));
+        QCOMPARE(colori->currentIndex(), ultima);
+        QVERIFY(!dialogo.findChild<QLabel *>(u"LblNota"_s)->text().isEmpty());
+    }
+
+    void cancelledFontInsertsNothing()
+    {
+        QSignalSpy anteprima(&frammenti, &Frammenti::AnteprimaRichiesta);
+        Metti(pad, u"|"_s);
+        Aiuti::Rispondi<FrmFont>(this, [](FrmFont *dialogo) { QTest::keyClick(dialogo, Qt::Key_Escape); });
+        frammenti.InserisciFont();
+        QCOMPARE(pad.Text(), QString());
+        QCOMPARE(anteprima.count(), 0);
+        Aiuti::Rispondi<FrmFont>(this, [](FrmFont *dialogo) { QTest::keyClick(dialogo, Qt::Key_Return); });
+        frammenti.InserisciFont();
+        QCOMPARE(pad.Text(), u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
+    }
+
+    void keysWhileADialogCloses_data()
+    {
+        QTest::addColumn<QString>("fine");
+        QTest::newRow("MFont") << u"</font>x|c"_s;
+        QTest::newRow("MenuTabella(0)") << u"</TABLE>x|c"_s;
+    }
+
+    void keysWhileADialogCloses()
+    {
+        QFETCH(QString, fine);
+        Comandi comandi;
+        frammenti.Collega(comandi);
+        pad.setFocus();
+        Metti(pad, u"ab|c"_s);
+        Aiuti::Rispondi<QDialog>(this, [](QDialog *dialogo) {
+            QWindow *suo = dialogo->windowHandle();
+            QTest::keyPress(dialogo, Qt::Key_Return);
+            for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent tasto(tipo, Qt::Key_X, Qt::NoModifier, u"x"_s);
+                QCoreApplication::sendEvent(suo, &tasto);
+            }
+        });
+        comandi.Esegui(QString::fromLatin1(QTest::currentDataTag()));
+        QCoreApplication::sendPostedEvents(&pad);
+        QVERIFY2(ConSegno(pad).endsWith(fine), qPrintable(ConSegno(pad)));
+    }
+};
 
 QTEST_MAIN(TstFrammenti)
 #include "tst_frammenti.moc"

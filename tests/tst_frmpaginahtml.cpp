@@ -2,230 +2,12 @@
 #include "editor/FrmPaginaHTML.h"
 #include "editor/MargineRighe.h"
 #include "html/FrmComplete.h"
-#include "platform/Misure.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
-
-class TstFrmPaginaHTML : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void layout();
-    void gutterNumbers_data();
-    void gutterNumbers();
-    void gutterShowsTheVisibleLines();
-    void goToLine();
-    void firstActivationOnly();
-    void keys();
-    void selectionStaysVisible();
-    void completionByKeys();
-    void overlappingKeysAreLikeSlowOnes_data();
-    void overlappingKeysAreLikeSlowOnes();
-};
-
-void TstFrmPaginaHTML::layout()
-{
-    FrmPaginaHTML finestra;
-    finestra.resize(800, 400);
-    finestra.show();
-    auto *margine = finestra.findChild<MargineRighe *>(u"picLines"_s);
-    // The first time the gutter still has its designed width ...
-    QCOMPARE(finestra.RichPad()->x(), Misure::InPixel(435 + 50));
-    QCOMPARE(margine->width(), Misure::InPixel(540));
-    // ... from then on the one that the layout gives it.
-    finestra.resize(900, 500);
-    QCOMPARE(finestra.RichPad()->geometry(),
-             QRect(Misure::InPixel(590), 0, Misure::InPixel(900 * 15 - 540 - 150), Misure::InPixel(500 * 15 - 100)));
-    QCOMPARE(margine->geometry(), QRect(0, 0, Misure::InPixel(540), Misure::InPixel(500 * 15 - 100)));
-    finestra.resize(1, 1);
-    QVERIFY(finestra.RichPad()->width() >= 0 && finestra.RichPad()->height() >= 0);
-}
-
-void TstFrmPaginaHTML::gutterNumbers_data()
-{
-    QTest::addColumn<int>("numero");
-    QTest::addColumn<QString>("testo");
-    QTest::newRow("one digit") << 1 << u"   1"_s;
-    QTest::newRow("two digits") << 10 << u"  10"_s;
-    QTest::newRow("three digits") << 100 << u" 100"_s;
-    QTest::newRow("four digits") << 1000 << u" 1000"_s;
-    QTest::newRow("beyond sixteen bits") << 123456 << u" 123456"_s;
-}
-
-void TstFrmPaginaHTML::gutterNumbers()
-{
-    QFETCH(int, numero);
-    QTEST(MargineRighe::TestoNumero(numero), "testo");
-}
-
-void TstFrmPaginaHTML::gutterShowsTheVisibleLines()
-{
-    FrmPaginaHTML finestra;
-    finestra.resize(600, 300);
-    finestra.show();
-    RichTextBox *pad = finestra.RichPad();
-    QCOMPARE(pad->RigheVisibili().size(), size_t(1));
-    QString pagina;
-    for (int i = 0; i < 200; ++i)
-        pagina += u"<P>\r\n"_s;
-    pad->ImpostaText(pagina);
-    QCOMPARE(finestra.Pad_NumeroRighe(), 201);
-    QCOMPARE(finestra.Pad_Ultima_Riga_Selezionata(5 * 10 + 1), 10);
-    pad->ScorriRighe(50);
-    const auto righe = pad->RigheVisibili();
-    QCOMPARE(righe.front().riga, 50);
-    QCOMPARE(finestra.Pad_Prima_Riga_Visibile(), 50);
-    QVERIFY(righe.size() > 10 && righe.size() < 40);
-    QVERIFY(righe.back().cima < pad->height());
-    for (size_t i = 1; i < righe.size(); ++i)
-        QCOMPARE(righe[i].cima, righe[i - 1].cima + righe[i - 1].altezza);
-
-    // The caret's line is bold: its digits cover more of the gutter than another line's of the same shape.
-    auto *margine = finestra.findChild<MargineRighe *>(u"picLines"_s);
-    const auto inchiostro = [&](int riga) {
-        const auto dove = pad->RigheVisibili()[size_t(riga - finestra.Pad_Prima_Riga_Visibile())];
-        const QImage immagine = margine->grab(QRect(0, dove.cima, margine->width(), dove.altezza)).toImage();
-        qint64 luce = 0;
-        for (int y = 0; y < immagine.height(); ++y) {
-            for (int x = 0; x < immagine.width(); ++x)
-                luce += qRed(immagine.pixel(x, y));
-        }
-        return luce;
-    };
-    pad->ImpostaSelStart(pad->InizioRiga(54));
-    const qint64 grassetto = inchiostro(54);
-    pad->ImpostaSelStart(pad->InizioRiga(60));
-    QVERIFY(inchiostro(54) > 0);
-    QVERIFY(grassetto > inchiostro(54) * 11 / 10);
-}
-
-void TstFrmPaginaHTML::goToLine()
-{
-    FrmPaginaHTML finestra;
-    finestra.resize(600, 300);
-    finestra.show();
-    RichTextBox *pad = finestra.RichPad();
-    QString pagina;
-    for (int i = 0; i < 300; ++i)
-        pagina += u"riga\r\n"_s;
-    pad->ImpostaText(pagina);
-    finestra.Pad_Vai_A_Riga(120);
-    QCOMPARE(pad->SelStart(), 119 * 6);
-    QCOMPARE(finestra.Pad_Prima_Riga_Visibile(), 119);
-    for (const int riga : {1, 0, -5, 302, 100000}) {
-        finestra.Pad_Vai_A_Riga(120);
-        finestra.Pad_Vai_A_Riga(riga);
-        QCOMPARE(pad->SelStart(), 0);
-    }
-    finestra.Pad_Vai_A_Riga(301);
-    QCOMPARE(pad->SelStart(), 300 * 6);
-}
-
-void TstFrmPaginaHTML::firstActivationOnly()
-{
-    FrmPaginaHTML finestra;
-    QSignalSpy spia(&finestra, &FrmPaginaHTML::PrimaAttivazione);
-    QVERIFY(!ModuloDichiarazioni::Stato().FinestraPronta);
-    finestra.Attiva();
-    finestra.Attiva();
-    QCOMPARE(spia.size(), 1);
-    QVERIFY(ModuloDichiarazioni::Stato().FinestraPronta);
-}
-
-void TstFrmPaginaHTML::keys()
-{
-    FrmPaginaHTML finestra;
-    finestra.show();
-    QSignalSpy anteprima(&finestra, &FrmPaginaHTML::AnteprimaRichiesta);
-    RichTextBox *pad = finestra.RichPad();
-    QTest::keyClick(pad, Qt::Key_Space, Qt::ControlModifier);
-    QCOMPARE(pad->Text(), QString());
-    QTest::keyClick(pad, Qt::Key_Space);
-    QCOMPARE(pad->Text(), u" "_s);
-    QTest::keyClick(pad, 'a');
-    QTest::keyClick(pad, Qt::Key_Return);
-    // Enter and Space refresh the preview, whatever else is held.
-    QCOMPARE(anteprima.size(), 3);
-    QSignalSpy menu(&finestra, &FrmPaginaHTML::MenuRichiesto);
-    QTest::mouseClick(pad->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
-    QCOMPARE(menu.size(), 0);
-    QTest::mouseClick(pad->viewport(), Qt::RightButton, {}, QPoint(10, 10));
-    QCOMPARE(menu.size(), 1);
-}
-
-void TstFrmPaginaHTML::selectionStaysVisible()
-{
-    FrmPaginaHTML finestra;
-    finestra.resize(600, 300);
-    finestra.show();
-    RichTextBox *pad = finestra.RichPad();
-    pad->ImpostaText(u"testo scelto"_s);
-    const auto evidenziati = [pad] {
-        const QImage immagine = pad->viewport()->grab().toImage();
-        int quanti = 0;
-        for (int x = 0; x < immagine.width(); ++x)
-            quanti += qRed(immagine.pixel(x, 8)) < 200 && qBlue(immagine.pixel(x, 8)) > 200;
-        return quanti;
-    };
-    const int senza = evidenziati();
-    pad->Seleziona(0, 12);
-    const int con = evidenziati();
-    QVERIFY(con > senza + 20);
-    pad->NascondiSelezione(true);
-    QCOMPARE(evidenziati(), senza);
-    // Losing the focus shows it again, for the dialog that takes the focus.
-    QFocusEvent perso(QEvent::FocusOut);
-    QCoreApplication::sendEvent(pad, &perso);
-    QVERIFY(evidenziati() > senza + 20);
-}
-
-// Typing "<" offers the tags, the accepted one its attributes, and "=" the values.
-void TstFrmPaginaHTML::completionByKeys()
-{
-    ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
-    FrmPaginaHTML finestra;
-    QCOMPARE(finestra.ErroreBase(), QString());
-    finestra.resize(600, 300);
-    finestra.show();
-    finestra.activateWindow();
-    RichTextBox *pad = finestra.RichPad();
-    pad->setFocus();
-    pad->ImpostaText(u"<BODY>\r\n"_s);
-    pad->ImpostaSelStart(8);
-    const QList<QPair<int, QString>> tasti{{Qt::Key_T, u"t"_s}, {Qt::Key_D, u"d"_s},      {Qt::Key_Return, u"\r"_s},
-                                           {Qt::Key_A, u"a"_s}, {Qt::Key_L, u"l"_s},      {Qt::Key_Return, u"\r"_s},
-                                           {Qt::Key_C, u"c"_s}, {Qt::Key_Return, u"\r"_s}};
-    int prossimo = 0;
-    QTimer dita;
-    connect(&dita, &QTimer::timeout, pad, [&] {
-        if (!FrmComplete::Corrente() || prossimo == tasti.size())
-            return;
-        const auto &[tasto, testo] = tasti[prossimo++];
-        QTest::sendKeyEvent(QTest::Click, pad, Qt::Key(tasto), testo, Qt::NoModifier);
-    });
-    dita.start(0);
-    QTest::keyClick(pad, '<');
-    QTRY_COMPARE(pad->Text(), u"<BODY>\r\n<TD align"_s);
-    QTest::keyClick(pad, '=');
-    QTRY_COMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"center\" "_s);
-    QCOMPARE(prossimo, int(tasti.size()));
-    QCOMPARE(pad->SelStart(), int(pad->Text().size()) - 1);
-    dita.stop();
-    QTest::keyClick(pad, '>');
-    QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"center\"></TD> "_s);
-    QCOMPARE(pad->AspettoIn(9).colore, 0xC00000u);
-    QCOMPARE(pad->AspettoIn(12).colore, 0xFF00FFu);
-    // A blank within a value is a blank.
-    pad->ImpostaSelStart(20);
-    QTest::keyClick(pad, Qt::Key_Space);
-    QVERIFY(!FrmComplete::Corrente());
-    QCOMPARE(pad->Text(), u"<BODY>\r\n<TD align=\"c enter\"></TD> "_s);
-}
 
 namespace
 {
@@ -280,28 +62,130 @@ QString Battuta(const QString &tasti, bool accavallati)
 
 } // namespace
 
-void TstFrmPaginaHTML::overlappingKeysAreLikeSlowOnes_data()
+class TstFrmPaginaHTML : public QObject
 {
-    QTest::addColumn<QString>("tasti");
-    QTest::addColumn<QString>("testo");
-    QTest::newRow("tag and its closing tag") << u"<b>ciao</b>⎋"_s << u"<b>ciao</b>|</b>"_s;
-    QTest::newRow("tag from the list") << u"<td\n⎋>x"_s << u"<TD >x|</TD>"_s;
-    QTest::newRow("attribute from the list") << u"<td al\n⎋"_s << u"<TD align|"_s;
-    QTest::newRow("value typed") << u"<font ⎋color=red⎋"_s << u"<FONT color=\"red|"_s;
-    QTest::newRow("value from the list") << u"<td ⎋align=c\n"_s << u"<TD align=\"center\"| "_s;
-    QTest::newRow("comment") << u"<⎋!--ciao"_s << u"<!--ciao|"_s;
-    QTest::newRow("end of a line in a tag") << u"<td⎋\nalign⎋"_s << u"<td\r\nalign|"_s;
-}
+    Q_OBJECT
 
-void TstFrmPaginaHTML::overlappingKeysAreLikeSlowOnes()
-{
-    QFETCH(QString, tasti);
-    QFETCH(QString, testo);
-    ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
-    const QString lenta = Battuta(tasti, false);
-    QCOMPARE(lenta.section(u'\n', 0, -2), testo);
-    QCOMPARE(Battuta(tasti, true), lenta);
-}
+private slots:
+    void gutterShowsTheVisibleLines()
+    {
+        FrmPaginaHTML finestra;
+        finestra.resize(600, 300);
+        finestra.show();
+        RichTextBox *pad = finestra.RichPad();
+        QString pagina;
+        for (int i = 0; i < 200; ++i)
+            pagina += u"<P>\r\n"_s;
+        pad->ImpostaText(pagina);
+        QCOMPARE(finestra.Pad_NumeroRighe(), 201);
+        QCOMPARE(finestra.Pad_Ultima_Riga_Selezionata(5 * 10 + 1), 10);
+        pad->ScorriRighe(50);
+        const auto righe = pad->RigheVisibili();
+        QCOMPARE(righe.front().riga, 50);
+        QCOMPARE(finestra.Pad_Prima_Riga_Visibile(), 50);
+        QVERIFY(righe.size() > 10 && righe.size() < 40);
+        QVERIFY(righe.back().cima < pad->height());
+        for (size_t i = 1; i < righe.size(); ++i)
+            QCOMPARE(righe[i].cima, righe[i - 1].cima + righe[i - 1].altezza);
+
+        QCOMPARE(MargineRighe::TestoNumero(10), u"  10"_s);
+        QCOMPARE(MargineRighe::TestoNumero(123456), u" 123456"_s);
+    }
+
+    void goToLine()
+    {
+        FrmPaginaHTML finestra;
+        finestra.resize(600, 300);
+        finestra.show();
+        RichTextBox *pad = finestra.RichPad();
+        QString pagina;
+        for (int i = 0; i < 300; ++i)
+            pagina += u"riga\r\n"_s;
+        pad->ImpostaText(pagina);
+        finestra.Pad_Vai_A_Riga(120);
+        QCOMPARE(pad->SelStart(), 119 * 6);
+        QCOMPARE(finestra.Pad_Prima_Riga_Visibile(), 119);
+        for (const int riga : {1, 0, -5, 302, 100000}) {
+            finestra.Pad_Vai_A_Riga(120);
+            finestra.Pad_Vai_A_Riga(riga);
+            QCOMPARE(pad->SelStart(), 0);
+        }
+        finestra.Pad_Vai_A_Riga(301);
+        QCOMPARE(pad->SelStart(), 300 * 6);
+    }
+
+    void keys()
+    {
+        FrmPaginaHTML finestra;
+        finestra.resize(1, 1);
+        finestra.show();
+        finestra.resize(800, 400);
+        QSignalSpy anteprima(&finestra, &FrmPaginaHTML::AnteprimaRichiesta);
+        RichTextBox *pad = finestra.RichPad();
+        QTest::keyClick(pad, Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(pad->Text(), QString());
+        QTest::keyClick(pad, Qt::Key_Space);
+        QCOMPARE(pad->Text(), u" "_s);
+        QTest::keyClick(pad, 'a');
+        QTest::keyClick(pad, Qt::Key_Return);
+        // Enter and Space refresh the preview, whatever else is held.
+        QCOMPARE(anteprima.size(), 3);
+        QSignalSpy menu(&finestra, &FrmPaginaHTML::MenuRichiesto);
+        QTest::mouseClick(pad->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
+        QCOMPARE(menu.size(), 0);
+        QTest::mouseClick(pad->viewport(), Qt::RightButton, {}, QPoint(10, 10));
+        QCOMPARE(menu.size(), 1);
+    }
+
+    void selectionStaysVisible()
+    {
+        FrmPaginaHTML finestra;
+        finestra.resize(600, 300);
+        finestra.show();
+        RichTextBox *pad = finestra.RichPad();
+        pad->ImpostaText(u"testo scelto"_s);
+        const auto evidenziati = [pad] {
+            const QImage immagine = pad->viewport()->grab().toImage();
+            int quanti = 0;
+            for (int x = 0; x < immagine.width(); ++x)
+                quanti += qRed(immagine.pixel(x, 8)) < 200 && qBlue(immagine.pixel(x, 8)) > 200;
+            return quanti;
+        };
+        const int senza = evidenziati();
+        pad->Seleziona(0, 12);
+        const int con = evidenziati();
+        QVERIFY(con > senza + 20);
+        pad->NascondiSelezione(true);
+        QCOMPARE(evidenziati(), senza);
+        // Losing the focus shows it again, for the dialog that takes the focus.
+        QFocusEvent perso(QEvent::FocusOut);
+        QCoreApplication::sendEvent(pad, &perso);
+        QVERIFY(evidenziati() > senza + 20);
+    }
+
+    void overlappingKeysAreLikeSlowOnes_data()
+    {
+        QTest::addColumn<QString>("tasti");
+        QTest::addColumn<QString>("testo");
+        QTest::newRow("tag and its closing tag") << u"<b>ciao</b>⎋"_s << u"<b>ciao</b>|</b>"_s;
+        QTest::newRow("tag from the list") << u"<td\n⎋>x"_s << u"<TD >x|</TD>"_s;
+        QTest::newRow("attribute from the list") << u"<td al\n⎋"_s << u"<TD align|"_s;
+        QTest::newRow("value typed, with a blank") << u"<font ⎋color=r d⎋"_s << u"<FONT color=\"r d|"_s;
+        QTest::newRow("value from the list") << u"<td ⎋align=c\n"_s << u"<TD align=\"center\"| "_s;
+        QTest::newRow("comment") << u"<⎋!--ciao"_s << u"<!--ciao|"_s;
+        QTest::newRow("end of a line in a tag") << u"<td⎋\nalign⎋"_s << u"<td\r\nalign|"_s;
+    }
+
+    void overlappingKeysAreLikeSlowOnes()
+    {
+        QFETCH(QString, tasti);
+        QFETCH(QString, testo);
+        ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
+        const QString lenta = Battuta(tasti, false);
+        QCOMPARE(lenta.section(u'\n', 0, -2), testo);
+        QCOMPARE(Battuta(tasti, true), lenta);
+    }
+};
 
 QTEST_MAIN(TstFrmPaginaHTML)
 #include "tst_frmpaginahtml.moc"

@@ -30,20 +30,9 @@ int ConCrLf(const QString &testo, int posizione)
 
 QString TestoACaso(QRandomGenerator &caso, int parole, int ogniQuanteUnaRiga)
 {
-    static const QStringList Parole{u"<P>"_s,
-                                    u"mondo"_s,
-                                    u"x"_s,
-                                    u"è"_s,
-                                    u"e\u0301te\u0301"_s,
-                                    u"中文字符"_s,
-                                    u"😀"_s,
-                                    u"a😀b"_s,
-                                    u"uno_due"_s,
-                                    u"&nbsp;"_s,
-                                    u"\t"_s,
-                                    u"  "_s,
-                                    u"-->"_s,
-                                    u"\U0001F468\u200D\U0001F469"_s};
+    static const QStringList Parole =
+        u"<P>,mondo,x,è,e\u0301te\u0301,中文字符,😀,a😀b,uno_due,&nbsp;,\t,  ,-->,\U0001F468\u200D\U0001F469"_s.split(
+            u',');
     QString testo;
     for (int i = 0; i < parole; ++i)
         testo += Parole[caso.bounded(int(Parole.size()))] + (caso.bounded(ogniQuanteUnaRiga) == 0 ? u'\n' : u' ');
@@ -118,197 +107,175 @@ class TstImmissione : public QObject
     Q_OBJECT
 
 private slots:
-    void randomKeys_data();
-    void randomKeys();
-    void composing();
-    void composingKeepsLooks();
-    void movingTextByMouse_data();
-    void movingTextByMouse();
-    void dropFromOutside();
-    void altIsForMenus();
-};
-
-void TstImmissione::randomKeys_data()
-{
-    QTest::addColumn<int>("parole");
-    QTest::addColumn<int>("riga");
-    QTest::addColumn<bool>("verticali");
-    QTest::newRow("short lines") << 60 << 4 << true;
-    QTest::newRow("few lines") << 12 << 2 << true;
-    QTest::newRow("cut lines") << 1200 << 900 << false;
-    QTest::newRow("one cut line") << 700 << 1'000'000 << false;
-}
-
-void TstImmissione::randomKeys()
-{
-    QFETCH(int, parole);
-    QFETCH(int, riga);
-    QFETCH(bool, verticali);
-    static constexpr int Tasti[] = {Qt::Key_Left,   Qt::Key_Right, Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return,
-                                    Qt::Key_A,      Qt::Key_Up,    Qt::Key_Down,      Qt::Key_Home,   Qt::Key_End,
-                                    Qt::Key_PageUp, Qt::Key_K,     Qt::Key_PageDown};
-    static constexpr Qt::KeyboardModifiers Modificatori[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
-                                                             Qt::ControlModifier,
-                                                             Qt::ControlModifier | Qt::ShiftModifier};
-    QRandomGenerator caso(7);
-    Coppia coppia;
-    for (int giro = 0; giro < 15; ++giro) {
-        const QString testo = TestoACaso(caso, parole, riga);
-        // A place that a caret can have, near a cut where there are some.
-        QTextBoundaryFinder confine(QTextBoundaryFinder::Grapheme, testo);
-        confine.setPosition(verticali ? caso.bounded(int(testo.size())) : 950 + caso.bounded(80));
-        confine.toNextBoundary();
-        coppia.Inizia(testo, int(std::max<qsizetype>(0, confine.position())));
-        QString storia;
-        for (int passo = 0; passo < 60; ++passo) {
-            const int quale = caso.bounded(verticali ? int(std::size(Tasti)) : 6);
-            // A step by words may stop at a cut.
-            const Qt::KeyboardModifiers modificatori =
-                Modificatori[caso.bounded(verticali ? int(std::size(Modificatori)) : 3)];
-            // Ctrl+A, Ctrl+Shift+K and the like are commands elsewhere.
-            if (Tasti[quale] == Qt::Key_A && modificatori != Qt::NoModifier)
-                continue;
-            if (Tasti[quale] == Qt::Key_Return && modificatori != Qt::NoModifier)
-                continue;
-            storia += u" %1+%2"_s.arg(modificatori.toInt() >> 25).arg(QKeySequence(Tasti[quale]).toString());
-            coppia.Tasto(Tasti[quale], modificatori);
-            const QString differenza = coppia.Differenza();
-            QVERIFY2(differenza.isEmpty(), qPrintable(differenza.left(800) + storia));
-        }
+    void randomKeys_data()
+    {
+        QTest::addColumn<int>("parole");
+        QTest::addColumn<int>("riga");
+        QTest::addColumn<bool>("verticali");
+        QTest::newRow("short lines") << 60 << 4 << true;
+        QTest::newRow("few lines") << 12 << 2 << true;
+        QTest::newRow("cut lines") << 1200 << 900 << false;
+        QTest::newRow("one cut line") << 700 << 1'000'000 << false;
     }
-}
 
-void TstImmissione::composing()
-{
-    QRandomGenerator caso(13);
-    Coppia coppia;
-    QSignalSpy cambi(&coppia.nostro, &RichTextBox::Change);
-    for (int giro = 0; giro < 80; ++giro) {
-        const bool lunga = giro % 10 == 0;
-        const QString testo = TestoACaso(caso, lunga ? 700 : 20, lunga ? 1'000'000 : 4).remove(u"\u200D"_s);
-        int caretto = caso.bounded(std::min(1100, int(testo.size())));
-        while (testo[caretto].isLowSurrogate() || testo[caretto].isMark())
-            ++caretto;
-        coppia.Inizia(testo, caretto);
-        for (int passo = 0; passo < 8; ++passo) {
-            cambi.clear();
-            const int prima = coppia.nostro.Revisione();
-            switch (caso.bounded(4)) {
-            case 0: // the text being composed is no text of the page
-                coppia.Componi(u"nihao"_s.first(caso.bounded(6)));
-                QCOMPARE(coppia.nostro.Revisione(), prima);
-                QCOMPARE(cambi.size(), 0);
-                break;
-            case 1:
-                coppia.Componi({}, u"你好"_s);
-                break;
-            case 2: // what stands before or after the caret is replaced
-                coppia.Componi(caso.bounded(2) ? u"x"_s : QString(), u"字"_s, -caso.bounded(3), caso.bounded(4));
-                break;
-            default:
-                coppia.nostro.Colora(caso.bounded(20), caso.bounded(9), 0xFF);
-                coppia.nostro.grab();
-                coppia.Componi(u"k"_s, u"か"_s);
+    void randomKeys()
+    {
+        QFETCH(int, parole);
+        QFETCH(int, riga);
+        QFETCH(bool, verticali);
+        static constexpr int Tasti[] = {
+            Qt::Key_Left, Qt::Key_Right, Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return, Qt::Key_A,       Qt::Key_Up,
+            Qt::Key_Down, Qt::Key_Home,  Qt::Key_End,       Qt::Key_PageUp, Qt::Key_K,      Qt::Key_PageDown};
+        static constexpr Qt::KeyboardModifiers Modificatori[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
+                                                                 Qt::ControlModifier,
+                                                                 Qt::ControlModifier | Qt::ShiftModifier};
+        QRandomGenerator caso(7);
+        Coppia coppia;
+        for (int giro = 0; giro < 15; ++giro) {
+            const QString testo = TestoACaso(caso, parole, riga);
+            // A place that a caret can have, near a cut where there are some.
+            QTextBoundaryFinder confine(QTextBoundaryFinder::Grapheme, testo);
+            confine.setPosition(verticali ? caso.bounded(int(testo.size())) : 950 + caso.bounded(80));
+            confine.toNextBoundary();
+            coppia.Inizia(testo, int(std::max<qsizetype>(0, confine.position())));
+            QString storia;
+            for (int passo = 0; passo < 60; ++passo) {
+                const int quale = caso.bounded(verticali ? int(std::size(Tasti)) : 6);
+                // A step by words may stop at a cut.
+                const Qt::KeyboardModifiers modificatori =
+                    Modificatori[caso.bounded(verticali ? int(std::size(Modificatori)) : 3)];
+                // Ctrl+A, Ctrl+Shift+K and the like are commands elsewhere.
+                if (Tasti[quale] == Qt::Key_A && modificatori != Qt::NoModifier)
+                    continue;
+                if (Tasti[quale] == Qt::Key_Return && modificatori != Qt::NoModifier)
+                    continue;
+                storia += u" %1+%2"_s.arg(modificatori.toInt() >> 25).arg(QKeySequence(Tasti[quale]).toString());
+                coppia.Tasto(Tasti[quale], modificatori);
+                const QString differenza = coppia.Differenza();
+                QVERIFY2(differenza.isEmpty(), qPrintable(differenza.left(800) + storia));
             }
-            const QString differenza = coppia.Differenza();
-            QVERIFY2(differenza.isEmpty(), qPrintable(differenza.left(800)));
         }
-        coppia.Componi({});
     }
-}
 
-void TstImmissione::composingKeepsLooks()
-{
-    RichTextBox controllo;
-    controllo.ImpostaText(u"<FONT color=red>\r\n<B>"_s);
-    controllo.Colora(1, 4, 0xC00000);
-    controllo.Colora(12, 3, 0xFF);
-    controllo.ImpostaSelStart(3);
-    controllo.show();
-    controllo.grab();
-    QInputMethodEvent prova(u"xy"_s, {});
-    QCoreApplication::sendEvent(&controllo, &prova);
-    controllo.grab();
-    QInputMethodEvent fine;
-    fine.setCommitString(u"中"_s, -1, 2);
-    QCoreApplication::sendEvent(&controllo, &fine);
-    QCOMPARE(controllo.Text(), u"<F中T color=red>\r\n<B>"_s);
-    QString colori;
-    for (int i = 0; i < controllo.Lunghezza(); ++i)
-        colori += controllo.AspettoIn(i).colore == 0 ? u'.' : controllo.AspettoIn(i).colore == 0xFF ? u'v' : u't';
-    QCOMPARE(colori, u".ttt.......vvv......"_s);
-    QCOMPARE(controllo.inputMethodQuery(Qt::ImSurroundingText).toString(), u"<F中T color=red>"_s);
-}
+    void composing()
+    {
+        QRandomGenerator caso(13);
+        Coppia coppia;
+        QSignalSpy cambi(&coppia.nostro, &RichTextBox::Change);
+        for (int giro = 0; giro < 80; ++giro) {
+            const bool lunga = giro % 10 == 0;
+            const QString testo = TestoACaso(caso, lunga ? 700 : 20, lunga ? 1'000'000 : 4).remove(u"\u200D"_s);
+            int caretto = caso.bounded(std::min(1100, int(testo.size())));
+            while (testo[caretto].isLowSurrogate() || testo[caretto].isMark())
+                ++caretto;
+            coppia.Inizia(testo, caretto);
+            for (int passo = 0; passo < 8; ++passo) {
+                cambi.clear();
+                const int prima = coppia.nostro.Revisione();
+                switch (caso.bounded(4)) {
+                case 0: // the text being composed is no text of the page
+                    coppia.Componi(u"nihao"_s.first(caso.bounded(6)));
+                    QCOMPARE(coppia.nostro.Revisione(), prima);
+                    QCOMPARE(cambi.size(), 0);
+                    break;
+                case 1:
+                    coppia.Componi({}, u"你好"_s);
+                    break;
+                case 2: // what stands before or after the caret is replaced
+                    coppia.Componi(caso.bounded(2) ? u"x"_s : QString(), u"字"_s, -caso.bounded(3), caso.bounded(4));
+                    break;
+                default:
+                    coppia.nostro.Colora(caso.bounded(20), caso.bounded(9), 0xFF);
+                    coppia.nostro.grab();
+                    coppia.Componi(u"k"_s, u"か"_s);
+                }
+                const QString differenza = coppia.Differenza();
+                QVERIFY2(differenza.isEmpty(), qPrintable(differenza.left(800)));
+            }
+            coppia.Componi({});
+        }
+    }
 
-void TstImmissione::movingTextByMouse_data()
-{
-    QTest::addColumn<QString>("testo"); // the selection between brackets, the place to move to as a bar
-    QTest::addColumn<QString>("atteso");
-    QTest::newRow("forward") << u"a[bc]de|f"_s << u"adebc|f"_s;
-    QTest::newRow("backward") << u"a|bc[de]f"_s << u"ade|bcf"_s;
-    QTest::newRow("a whole line down") << u"[uno\r\n]due\r\n|tre"_s << u"due\r\nuno\r\n|tre"_s;
-    QTest::newRow("to its own end") << u"a[bc]|d"_s << u"abc|d"_s;
-    QTest::newRow("into itself") << u"a[b|c]d"_s << u"abc|d"_s;
-    QTest::newRow("to the end of the page") << u"[a]bc|"_s << u"bca|"_s;
-}
+    void composingKeepsLooks()
+    {
+        RichTextBox controllo;
+        controllo.ImpostaText(u"<FONT color=red>\r\n<B>"_s);
+        controllo.Colora(1, 4, 0xC00000);
+        controllo.Colora(12, 3, 0xFF);
+        controllo.ImpostaSelStart(3);
+        controllo.show();
+        controllo.grab();
+        QInputMethodEvent prova(u"xy"_s, {});
+        QCoreApplication::sendEvent(&controllo, &prova);
+        controllo.grab();
+        QInputMethodEvent fine;
+        fine.setCommitString(u"中"_s, -1, 2);
+        QCoreApplication::sendEvent(&controllo, &fine);
+        QCOMPARE(controllo.Text(), u"<F中T color=red>\r\n<B>"_s);
+        QString colori;
+        for (int i = 0; i < controllo.Lunghezza(); ++i)
+            colori += controllo.AspettoIn(i).colore == 0 ? u'.' : controllo.AspettoIn(i).colore == 0xFF ? u'v' : u't';
+        QCOMPARE(colori, u".ttt.......vvv......"_s);
+        QCOMPARE(controllo.inputMethodQuery(Qt::ImSurroundingText).toString(), u"<F中T color=red>"_s);
+    }
 
-void TstImmissione::movingTextByMouse()
-{
-    QFETCH(QString, testo);
-    QFETCH(QString, atteso);
-    const auto togli = [&testo](QChar segno) {
-        const qsizetype dove = testo.indexOf(segno);
-        testo.remove(dove, 1);
-        return int(dove);
-    };
-    // The bar last, so that its place counts in the text without the brackets.
-    const qsizetype barra = testo.indexOf(u'|');
-    const int verso = int(barra - testo.first(barra).count(u'[') - testo.first(barra).count(u']'));
-    togli(u'|');
-    const int da = togli(u'[');
-    const int fino = togli(u']');
-    RichTextBox controllo;
-    controllo.ImpostaText(testo);
-    controllo.Seleziona(da, fino - da);
-    controllo.SpostaSelezione(verso);
-    QString dopo = controllo.Text();
-    dopo.insert(controllo.SelStart() + controllo.SelLength(), u'|');
-    QCOMPARE(dopo, atteso);
-}
+    void movingTextByMouse()
+    {
+        // Selection, place to move to, the text afterwards with the caret behind what was moved.
+        struct Riga {
+            QString testo;
+            int da, quanti, verso;
+            QString atteso;
+        };
+        for (const auto &[testo, da, quanti, verso, atteso] :
+             {Riga{u"abcdef"_s, 1, 2, 5, u"adebc|f"_s},
+              {u"abcdef"_s, 3, 2, 1, u"ade|bcf"_s},
+              {u"uno\r\ndue\r\ntre"_s, 0, 5, 10, u"due\r\nuno\r\n|tre"_s},
+              {u"abcd"_s, 1, 2, 3, u"abc|d"_s},
+              {u"abcd"_s, 1, 2, 2, u"abc|d"_s},
+              {u"abc"_s, 0, 1, 3, u"bca|"_s}}) {
+            RichTextBox controllo;
+            controllo.ImpostaText(testo);
+            controllo.Seleziona(da, quanti);
+            controllo.SpostaSelezione(verso);
+            QCOMPARE(controllo.Text().insert(controllo.SelStart() + controllo.SelLength(), u'|'), atteso);
+        }
+    }
 
-void TstImmissione::dropFromOutside()
-{
-    RichTextBox controllo;
-    controllo.resize(400, 200);
-    controllo.ImpostaText(u"prima\r\nseconda\r\nterza"_s);
-    controllo.Seleziona(0, 5);
-    controllo.show();
-    QMimeData dati;
-    dati.setText(u"X\nY"_s);
-    const QPoint dove = controllo.PosizioneDaCarattere(9) - controllo.viewport()->pos() + QPoint(0, 3);
-    QDragEnterEvent entra(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(controllo.viewport(), &entra);
-    QDropEvent lascia(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(controllo.viewport(), &lascia);
-    QVERIFY(lascia.isAccepted());
-    QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYconda\r\nterza"_s);
-    QCOMPARE(controllo.SelStart(), 13);
-    QCOMPARE(controllo.SelLength(), 0);
-    QTest::keyClick(&controllo, 'z');
-    QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYzconda\r\nterza"_s);
-}
+    void dropFromOutside()
+    {
+        RichTextBox controllo;
+        controllo.resize(400, 200);
+        controllo.ImpostaText(u"prima\r\nseconda\r\nterza"_s);
+        controllo.Seleziona(0, 5);
+        controllo.show();
+        QMimeData dati;
+        dati.setText(u"X\nY"_s);
+        const QPoint dove = controllo.PosizioneDaCarattere(9) - controllo.viewport()->pos() + QPoint(0, 3);
+        QDragEnterEvent entra(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(controllo.viewport(), &entra);
+        QDropEvent lascia(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(controllo.viewport(), &lascia);
+        QVERIFY(lascia.isAccepted());
+        QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYconda\r\nterza"_s);
+        QCOMPARE(controllo.SelStart(), 13);
+        QCOMPARE(controllo.SelLength(), 0);
+        QTest::keyClick(&controllo, 'z');
+        QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYzconda\r\nterza"_s);
+    }
 
-void TstImmissione::altIsForMenus()
-{
-    RichTextBox controllo;
-    QTest::keyClick(&controllo, 'f', Qt::AltModifier);
-    QTest::keyClick(&controllo, 'g', Qt::AltModifier | Qt::ShiftModifier);
-    QCOMPARE(controllo.Text(), QString());
-    // Ctrl+Alt is how some keyboards say AltGr.
-    QKeyEvent altGr(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, u"@"_s);
-    QCoreApplication::sendEvent(&controllo, &altGr);
-    QCOMPARE(controllo.Text(), u"@"_s);
-}
+    void altIsForMenus()
+    {
+        RichTextBox controllo;
+        QTest::keyClick(&controllo, 'f', Qt::AltModifier);
+        QTest::keyClick(&controllo, 'g', Qt::AltModifier | Qt::ShiftModifier);
+        QCOMPARE(controllo.Text(), QString());
+        // Ctrl+Alt is how some keyboards say AltGr.
+        QKeyEvent altGr(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, u"@"_s);
+        QCoreApplication::sendEvent(&controllo, &altGr);
+        QCOMPARE(controllo.Text(), u"@"_s);
+    }
+};
 
 QTEST_MAIN(TstImmissione)
 #include "tst_immissione.moc"

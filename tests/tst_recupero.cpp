@@ -1,11 +1,9 @@
-#include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTextStream>
 
+#include "Aiuti.h"
 #include "app/ModuloDichiarazioni.h"
 #include "editor/Recupero.h"
 #include "platform/RichTextBox.h"
@@ -23,154 +21,6 @@ QStringList File(const QTemporaryDir &cartella)
 }
 
 } // namespace
-
-class TstRecupero : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init() { ModuloDichiarazioni::Stato() = {}; }
-    void writesWhatIsNotSaved();
-    void goesWhenSavedOrClosed();
-    void runningProgramsKeepTheirs();
-    void killedWhileWriting();
-    void strangeFiles_data();
-    void strangeFiles();
-};
-
-void TstRecupero::writesWhatIsNotSaved()
-{
-    QTemporaryDir cartella;
-    RichTextBox pad;
-    pad.ImpostaText(u"come in"_s);
-    Recupero recupero(&pad, cartella.path(), 0);
-    pad.Sostituisci(0, 0, u"prima "_s);
-    QTRY_COMPARE(File(cartella).size(), 1);
-    // Undone by hand: the page is as it was saved.
-    ModuloDichiarazioni::Stato().TestoSalvato = u"come in"_s;
-    pad.Sostituisci(0, 6, QString());
-    QTRY_COMPARE(File(cartella).size(), 0);
-    // A change of letter case alone would be lost too.
-    pad.Sostituisci(0, 1, u"C"_s);
-    QTRY_COMPARE(File(cartella).size(), 1);
-    // Saved, and then undone to the text that it was opened with: that is not what the file holds now.
-    recupero.Salvata();
-    QTRY_COMPARE(File(cartella).size(), 0);
-    pad.Sostituisci(0, 1, u"c"_s);
-    QTRY_COMPARE(File(cartella).size(), 1);
-}
-
-void TstRecupero::goesWhenSavedOrClosed()
-{
-    QTemporaryDir cartella;
-    RichTextBox pad;
-    {
-        Recupero recupero(&pad, cartella.path(), Mai);
-        recupero.ScriviOra();
-        QCOMPARE(File(cartella).size(), 0);
-        pad.ImpostaText(u"a"_s);
-        recupero.ScriviOra();
-        QCOMPARE(File(cartella).size(), 1);
-        recupero.Salvata();
-        QTRY_COMPARE(File(cartella).size(), 0);
-        recupero.ScriviOra();
-        QCOMPARE(File(cartella).size(), 0);
-        pad.ImpostaText(u"b"_s);
-        recupero.ScriviOra();
-        QCOMPARE(File(cartella).size(), 1);
-    }
-    QVERIFY(QDir(cartella.path()).isEmpty());
-}
-
-void TstRecupero::runningProgramsKeepTheirs()
-{
-    QTemporaryDir cartella;
-    RichTextBox uno;
-    RichTextBox due;
-    Recupero recuperoUno(&uno, cartella.path(), Mai);
-    Recupero recuperoDue(&due, cartella.path(), Mai);
-    uno.ImpostaText(u"1"_s);
-    due.ImpostaText(u"2"_s);
-    recuperoUno.ScriviOra();
-    recuperoDue.ScriviOra();
-    QCOMPARE(File(cartella).size(), 2);
-    QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
-    recuperoUno.Salvata();
-    QTRY_COMPARE(File(cartella).size(), 1);
-}
-
-void TstRecupero::killedWhileWriting()
-{
-    QTemporaryDir cartella;
-    for (int volta = 0; volta < 8; ++volta) {
-        QProcess figlio;
-        figlio.start(QCoreApplication::applicationFilePath(), {u"--figlio"_s, cartella.path()});
-        int scritta = -1;
-        while (scritta < volta && figlio.waitForReadyRead()) {
-            while (figlio.canReadLine())
-                scritta = figlio.readLine().trimmed().toInt();
-        }
-        QVERIFY(scritta >= volta);
-        figlio.kill();
-        QVERIFY(figlio.waitForFinished());
-
-        auto voci = Recupero::DaOffrire(cartella.path());
-        QCOMPARE(voci.size(), size_t(1));
-        QCOMPARE(File(cartella).size(), 1);
-        // While it is offered here, a program started beside does not offer it.
-        QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
-        const auto pagina = Recupero::Leggi(voci.front());
-        QVERIFY(pagina);
-        QCOMPARE(pagina->FileCorrente, u"/tmp/pagina è.html"_s);
-        QCOMPARE(pagina->codifica, u"windows-1252"_s);
-        QVERIFY(pagina->quando.isValid() && pagina->quando <= QDateTime::currentDateTime());
-        QCOMPARE(voci.front().FileCorrente, pagina->FileCorrente);
-        // Whole, lone halves and all, and no older than what was known to be written.
-        const QStringList parti = pagina->testo.split(u'\n');
-        QCOMPARE(parti.size(), 3);
-        QVERIFY(parti[0].toInt() >= scritta);
-        QCOMPARE(parti[1], QString(200'000, QChar(0xD83D)));
-        QCOMPARE(parti[2], parti[0]);
-        voci.clear();
-        voci = Recupero::DaOffrire(cartella.path());
-        QCOMPARE(voci.size(), size_t(1));
-        Recupero::Scarta(std::move(voci.front()));
-        voci.clear();
-        QVERIFY(QDir(cartella.path()).isEmpty());
-    }
-}
-
-void TstRecupero::strangeFiles_data()
-{
-    QTest::addColumn<QByteArray>("contenuto");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("not ours") << QByteArray("<HTML>\r\n<BODY></BODY>\r\n</HTML>");
-    QTest::newRow("a length without an end") << QByteArray::fromHex("31524C56FEFFFFFF00");
-    QTest::newRow("cut in the text") << QByteArray::fromHex("31524C5600000000000000000000000000000000000000");
-}
-
-void TstRecupero::strangeFiles()
-{
-    QFETCH(QByteArray, contenuto);
-    QTemporaryDir cartella;
-    for (const QString &nome : {u"x.recupero"_s, u"x.lock"_s, u"x.recupero.abcdef"_s}) {
-        QFile file(cartella.filePath(nome));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        if (nome == u"x.recupero"_s)
-            file.write(contenuto);
-    }
-    // The lock names nobody who is alive; what is no page stays, the remains of writing it go.
-    QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
-    QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"x.recupero"_s});
-    QVERIFY(Recupero::DaOffrire(cartella.filePath(u"missing"_s)).empty());
-
-    // A folder that cannot be made is no reason to fail.
-    RichTextBox pad;
-    Recupero recupero(&pad, cartella.filePath(u"x.recupero/sotto"_s), Mai);
-    pad.ImpostaText(u"a"_s);
-    recupero.ScriviOra();
-    QCOMPARE(pad.Text(), u"a"_s);
-}
 
 namespace
 {
@@ -192,6 +42,134 @@ int Figlio(const QString &cartella)
 }
 
 } // namespace
+
+class TstRecupero : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { ModuloDichiarazioni::Stato() = {}; }
+    void writesWhatIsNotSaved()
+    {
+        QTemporaryDir cartella;
+        RichTextBox pad;
+        pad.ImpostaText(u"come in"_s);
+        Recupero recupero(&pad, cartella.path(), 0);
+        pad.Sostituisci(0, 0, u"prima "_s);
+        QTRY_COMPARE(File(cartella).size(), 1);
+        // Undone by hand: the page is as it was saved.
+        ModuloDichiarazioni::Stato().TestoSalvato = u"come in"_s;
+        pad.Sostituisci(0, 6, QString());
+        QTRY_COMPARE(File(cartella).size(), 0);
+        // A change of letter case alone would be lost too.
+        pad.Sostituisci(0, 1, u"C"_s);
+        QTRY_COMPARE(File(cartella).size(), 1);
+        // Saved, and then undone to the text that it was opened with: that is not what the file holds now.
+        recupero.Salvata();
+        QTRY_COMPARE(File(cartella).size(), 0);
+        pad.Sostituisci(0, 1, u"c"_s);
+        QTRY_COMPARE(File(cartella).size(), 1);
+    }
+
+    void goesWhenClosed()
+    {
+        QTemporaryDir cartella;
+        RichTextBox pad;
+        {
+            Recupero recupero(&pad, cartella.path(), Mai);
+            recupero.ScriviOra();
+            QCOMPARE(File(cartella).size(), 0);
+            pad.ImpostaText(u"a"_s);
+            recupero.ScriviOra();
+            QCOMPARE(File(cartella).size(), 1);
+        }
+        QVERIFY(QDir(cartella.path()).isEmpty());
+    }
+
+    void runningProgramsKeepTheirs()
+    {
+        QTemporaryDir cartella;
+        RichTextBox uno;
+        RichTextBox due;
+        Recupero recuperoUno(&uno, cartella.path(), Mai);
+        Recupero recuperoDue(&due, cartella.path(), Mai);
+        uno.ImpostaText(u"1"_s);
+        due.ImpostaText(u"2"_s);
+        recuperoUno.ScriviOra();
+        recuperoDue.ScriviOra();
+        QCOMPARE(File(cartella).size(), 2);
+        QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
+        recuperoUno.Salvata();
+        QTRY_COMPARE(File(cartella).size(), 1);
+    }
+
+    void killedWhileWriting()
+    {
+        QTemporaryDir cartella;
+        for (int volta = 0; volta < 8; ++volta) {
+            QProcess figlio;
+            figlio.start(QCoreApplication::applicationFilePath(), {u"--figlio"_s, cartella.path()});
+            int scritta = -1;
+            while (scritta < volta && figlio.waitForReadyRead()) {
+                while (figlio.canReadLine())
+                    scritta = figlio.readLine().trimmed().toInt();
+            }
+            QVERIFY(scritta >= volta);
+            figlio.kill();
+            QVERIFY(figlio.waitForFinished());
+
+            auto voci = Recupero::DaOffrire(cartella.path());
+            QCOMPARE(voci.size(), size_t(1));
+            QCOMPARE(File(cartella).size(), 1);
+            // While it is offered here, a program started beside does not offer it.
+            QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
+            const auto pagina = Recupero::Leggi(voci.front());
+            QVERIFY(pagina);
+            QCOMPARE(pagina->FileCorrente, u"/tmp/pagina è.html"_s);
+            QCOMPARE(pagina->codifica, u"windows-1252"_s);
+            QVERIFY(pagina->quando.isValid() && pagina->quando <= QDateTime::currentDateTime());
+            QCOMPARE(voci.front().FileCorrente, pagina->FileCorrente);
+            // Whole, lone halves and all, and no older than what was known to be written.
+            const QStringList parti = pagina->testo.split(u'\n');
+            QCOMPARE(parti.size(), 3);
+            QVERIFY(parti[0].toInt() >= scritta);
+            QCOMPARE(parti[1], QString(200'000, QChar(0xD83D)));
+            QCOMPARE(parti[2], parti[0]);
+            voci.clear();
+            voci = Recupero::DaOffrire(cartella.path());
+            QCOMPARE(voci.size(), size_t(1));
+            Recupero::Scarta(std::move(voci.front()));
+            voci.clear();
+            QVERIFY(QDir(cartella.path()).isEmpty());
+        }
+    }
+
+    void strangeFiles()
+    {
+        for (const QByteArray &contenuto :
+             {QByteArray(), QByteArray("<HTML>\r\n<BODY></BODY>\r\n</HTML>"),
+              QByteArray::fromHex("31524C56FEFFFFFF00"), // a length without an end
+              QByteArray::fromHex("31524C5600000000000000000000000000000000000000"),
+              // whole but for the mark of its end
+              QByteArray::fromHex("31524C56FFFFFFFFFFFFFFFF0000000000000080FFFFFFFF00FFFFFFFF00000000")}) {
+            QTemporaryDir cartella;
+            Aiuti::Scrivi(cartella.filePath(u"x.recupero"_s), contenuto);
+            Aiuti::Scrivi(cartella.filePath(u"x.lock"_s), {});
+            Aiuti::Scrivi(cartella.filePath(u"x.recupero.abcdef"_s), {});
+            // The lock names nobody who is alive; what is no page stays, the remains of writing it go.
+            QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
+            QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"x.recupero"_s});
+            QVERIFY(Recupero::DaOffrire(cartella.filePath(u"missing"_s)).empty());
+
+            // A folder that cannot be made is no reason to fail.
+            RichTextBox pad;
+            Recupero recupero(&pad, cartella.filePath(u"x.recupero/sotto"_s), Mai);
+            pad.ImpostaText(u"a"_s);
+            recupero.ScriviOra();
+            QCOMPARE(pad.Text(), u"a"_s);
+        }
+    }
+};
 
 int main(int argc, char *argv[])
 {

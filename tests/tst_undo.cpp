@@ -5,8 +5,8 @@
 #include <QMimeData>
 #include <QRandomGenerator>
 #include <QScrollBar>
-#include <QTest>
 
+#include "Aiuti.h"
 #include "app/ModuloDichiarazioni.h"
 #include "editor/clsUndo.h"
 #include "platform/RichTextBox.h"
@@ -74,406 +74,351 @@ class TstUndo : public QObject
     Q_OBJECT
 
 private slots:
-    void matchingChars_data();
-    void matchingChars();
-    void eventsEndARun_data();
-    void eventsEndARun();
-    void everyWayToChangeTheText_data();
-    void everyWayToChangeTheText();
-    void stepsAndLists();
-    void redoWithAPendingChange();
-    void coloursAloneNeverLookLikeNothing();
-    void recordKeepsOnlyWhatDiffers();
-    void refusals();
-    void randomWalks_data();
-    void randomWalks();
-};
-
-void TstUndo::matchingChars_data()
-{
-    QTest::addColumn<QString>("a");
-    QTest::addColumn<QString>("b");
-    QTest::addColumn<int>("sinistra");
-    QTest::addColumn<int>("destra");
-    QTest::newRow("last differs") << u"abcd"_s << u"abcx"_s << 3 << 0;
-    QTest::newRow("first differs") << u"abcd"_s << u"xbcd"_s << 0 << 3;
-    QTest::newRow("empty") << u""_s << u"abcd"_s << 0 << 0;
-    QTest::newRow("equal") << u"abcd"_s << u"abcd"_s << 4 << 4;
-    QTest::newRow("one inside the other") << u"aaaa"_s << u"aa"_s << 2 << 2;
-    QRandomGenerator caso(7);
-    for (int i = 0; i < 50; ++i) {
-        QString a;
-        for (int k = caso.bounded(40); k > 0; --k)
-            a += QChar(u'a' + caso.bounded(2));
-        QString b = a;
-        for (int k = caso.bounded(3); k > 0 && !b.isEmpty(); --k)
-            b[caso.bounded(int(b.size()))] = u'z';
-        b.truncate(caso.bounded(41));
-        int sinistra = 0;
-        while (sinistra < std::min(a.size(), b.size()) && a[sinistra] == b[sinistra])
-            ++sinistra;
-        int destra = 0;
-        while (destra < std::min(a.size(), b.size()) && a[a.size() - 1 - destra] == b[b.size() - 1 - destra])
-            ++destra;
-        QTest::addRow("random %d", i) << a << b << sinistra << destra;
-    }
-}
-
-void TstUndo::matchingChars()
-{
-    QFETCH(QString, a);
-    QFETCH(QString, b);
-    QFETCH(int, sinistra);
-    QFETCH(int, destra);
-    QCOMPARE(clsUndo::MatchingChars(a, b, false), sinistra);
-    QCOMPARE(clsUndo::MatchingChars(b, a, true), destra);
-}
-
-void TstUndo::eventsEndARun_data()
-{
-    QTest::addColumn<int>("tasto");
-    QTest::addColumn<QString>("stato");
-    QTest::newRow("a letter goes on") << int(Qt::Key_A) << u"abca| 0/0"_s;
-    QTest::newRow("Backspace goes on") << int(Qt::Key_Backspace) << u"ab| 0/0"_s;
-    QTest::newRow("Enter") << int(Qt::Key_Return) << u"abc\r\n| 1/0"_s;
-    QTest::newRow("Space") << int(Qt::Key_Space) << u"abc | 1/0"_s;
-    QTest::newRow("Left") << int(Qt::Key_Left) << u"ab|c 1/0"_s;
-    QTest::newRow("Home") << int(Qt::Key_Home) << u"|abc 1/0"_s;
-    QTest::newRow("Page Up") << int(Qt::Key_PageUp) << u"abc| 1/0"_s;
-    QTest::newRow("F5") << int(Qt::Key_F5) << u"abc| 1/0"_s;
-    QTest::newRow("the mouse") << -1 << u"|abc 1/0"_s;
-    QTest::newRow("the pause") << -2 << u"abc| 1/0"_s;
-}
-
-void TstUndo::eventsEndARun()
-{
-    QFETCH(int, tasto);
-    QFETCH(QString, stato);
-    Banco banco;
-    QVERIFY(banco.riuscito);
-    banco.Scrivi(u"abc"_s);
-    QCOMPARE(banco.Stato(), u"abc| 0/0"_s);
-    if (tasto == -1)
-        QTest::mouseClick(banco.controllo.viewport(), Qt::LeftButton, {}, {1, 5});
-    else if (tasto == -2)
-        banco.Pausa();
-    else
-        banco.Tasto(Qt::Key(tasto));
-    QCOMPARE(banco.Stato(), stato);
-    QVERIFY(banco.undo.Undo(100));
-    QCOMPARE(banco.Stato().left(1), u"|"_s);
-    QVERIFY(!banco.undo.CanUndo());
-}
-
-void TstUndo::everyWayToChangeTheText_data()
-{
-    QTest::addColumn<QString>("modo");
-    for (const char *modo : {"typing", "fragment", "paste", "cut", "drop", "input method", "new page", "delete key"})
-        QTest::newRow(modo) << QString::fromLatin1(modo);
-}
-
-void TstUndo::everyWayToChangeTheText()
-{
-    QFETCH(QString, modo);
-    Banco banco(u"uno due\r\ntre"_s);
-    RichTextBox &controllo = banco.controllo;
-    controllo.Colora(0, 3, 0xFF00FF);
-    banco.undo.TakeUndoSnapShot();
-    controllo.Seleziona(2, 4);
-    const QString prima = Contenuto(controllo) + Selezione(controllo);
-    if (modo == u"typing") {
-        banco.Scrivi(u"xy"_s);
-    } else if (modo == u"fragment") {
-        controllo.ImpostaSelText(u"<A HREF=\"\">\r\n</A>"_s);
-    } else if (modo == u"paste") {
-        QGuiApplication::clipboard()->setText(u"x\ny"_s);
-        controllo.Incolla();
-    } else if (modo == u"cut") {
-        controllo.Taglia();
-    } else if (modo == u"drop") {
-        QMimeData dati;
-        dati.setText(u"x\ny"_s);
-        QDropEvent evento(QPointF(3, 3), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-        QDragEnterEvent entra(QPoint(3, 3), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(controllo.viewport(), &entra);
-        QCoreApplication::sendEvent(controllo.viewport(), &evento);
-    } else if (modo == u"input method") {
-        QInputMethodEvent evento;
-        evento.setCommitString(u"中文"_s);
-        QCoreApplication::sendEvent(&controllo, &evento);
-    } else if (modo == u"new page") {
-        controllo.ImpostaText(u"<HTML>"_s);
-    } else {
-        banco.Tasto(Qt::Key_Delete);
-    }
-    const QString dopo = Contenuto(controllo);
-    QVERIFY(dopo != prima.left(dopo.size()));
-    banco.Pausa();
-    QCOMPARE(banco.undo.UndoList().size(), size_t(3));
-    const QString selezioneDopo = Selezione(controllo);
-    banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(Contenuto(controllo) + Selezione(controllo), prima);
-    banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
-    QCOMPARE(Contenuto(controllo) + Selezione(controllo), dopo + selezioneDopo);
-}
-
-void TstUndo::stepsAndLists()
-{
-    Banco banco;
-    for (const QString &parola : {u"a"_s, u"b"_s, u"c"_s}) {
-        banco.Scrivi(parola);
-        banco.Pausa();
-    }
-    QVERIFY(!banco.undo.TakeUndoSnapShot());
-    QVERIFY(!banco.undo.Undo(0));
-    QVERIFY(!banco.undo.Redo(1));
-    QVERIFY(banco.undo.Undo(5));
-    QCOMPARE(banco.Stato(), u"| 0/3"_s);
-    QVERIFY(!banco.undo.CanUndo());
-    QVERIFY(!banco.undo.Undo(1));
-    QVERIFY(banco.undo.Redo(2));
-    QCOMPARE(banco.Stato(), u"ab| 2/1"_s);
-    QVERIFY(banco.undo.Redo(9));
-    QCOMPARE(banco.Stato(), u"abc| 3/0"_s);
-    // A change still pending is the first to go.
-    banco.Scrivi(u"d"_s);
-    QVERIFY(banco.undo.Undo(2));
-    QCOMPARE(banco.Stato(), u"ab| 2/2"_s);
-    banco.Scrivi(u"x"_s);
-    banco.Pausa();
-    QCOMPARE(banco.Stato(), u"abx| 3/0"_s);
-    // Ctrl+Z held down ends at the first page.
-    for (int i = 0; i < 20; ++i)
-        banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(banco.Stato(), u"| 0/3"_s);
-    // Typed and taken away again leaves no record, and the caret is known all the same.
-    banco.undo.Redo(3);
-    banco.Scrivi(u"y"_s);
-    banco.Tasto(Qt::Key_Backspace);
-    banco.Pausa();
-    banco.Scrivi(u"z"_s);
-    banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(banco.Stato(), u"abx| 3/1"_s);
-}
-
-void TstUndo::redoWithAPendingChange()
-{
-    Banco banco(u"riga\r\n"_s);
-    banco.Scrivi(u"abc"_s);
-    banco.undo.Undo(1);
-    banco.Scrivi(u"x"_s);
-    QVERIFY(!banco.undo.RipristinaComando());
-    QCOMPARE(banco.Stato(), u"x|riga\r\n 1/0"_s);
-    // Colours set since are no change that would take the redo away.
-    banco.undo.Undo(1);
-    banco.controllo.Colora(0, 4, 0xFF);
-    banco.undo.Redo(1);
-    QCOMPARE(banco.Stato(), u"x|riga\r\n 1/0"_s);
-    QCOMPARE(banco.controllo.AspettoIn(2), Aspetto());
-}
-
-void TstUndo::coloursAloneNeverLookLikeNothing()
-{
-    Banco banco;
-    banco.Scrivi(u"<b>"_s);
-    banco.Pausa();
-    const QString nero = Contenuto(banco.controllo);
-    for (const ColoreBgr colore : {ColoreBgr(0xC00000), ColoreBgr(0x123456)}) {
-        banco.controllo.Colora(1, 1, colore);
-        QVERIFY(banco.undo.TakeUndoSnapShot());
-    }
-    const QString colorato = Contenuto(banco.controllo);
-    // The manager takes step by step, the commands go on to the text.
-    banco.undo.Undo(2);
-    QCOMPARE(Contenuto(banco.controllo), nero);
-    banco.undo.Redo(2);
-    QCOMPARE(Contenuto(banco.controllo), colorato);
-    banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(banco.Stato(), u"| 0/3"_s);
-    banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
-    QCOMPARE(Contenuto(banco.controllo), colorato);
-    QVERIFY(!banco.undo.CanRedo());
-    // Colours set between two undos leave what can be redone.
-    banco.Scrivi(u"x"_s);
-    banco.undo.AnnullaComando();
-    banco.controllo.Sottolinea(0, 3, true);
-    banco.undo.AnnullaComando();
-    QCOMPARE(banco.Stato(), u"| 0/4"_s);
-    banco.undo.RipristinaComando();
-    QCOMPARE(Contenuto(banco.controllo), colorato);
-}
-
-void TstUndo::recordKeepsOnlyWhatDiffers()
-{
-    // Across the borders of the pieces in which a large page is kept.
-    QString pagina;
-    for (int i = 0; i < 4000; ++i)
-        pagina += u"<p class=\"x\">riga %1 \\{è}</p>\r\n"_s.arg(i);
-    Banco banco(pagina);
-    QRandomGenerator caso(3);
-    for (int volta = 0; volta < 40; ++volta) {
-        const QString rtfPrima = banco.controllo.TextRTF();
-        const int dove = caso.bounded(banco.controllo.Lunghezza());
-        banco.controllo.Sostituisci(dove, caso.bounded(20) ? caso.bounded(3) : caso.bounded(60000), u"a"_s);
-        banco.Pausa();
-        const QString rtf = banco.controllo.TextRTF();
-        const clsUndoElement &elemento = banco.undo.UndoList().back();
-        const int sinistra = clsUndo::MatchingChars(rtfPrima, rtf, false);
-        const int destra =
-            clsUndo::MatchingChars(QStringView(rtfPrima).sliced(sinistra), QStringView(rtf).sliced(sinistra), true);
-        QCOMPARE(elemento.MatchingCharsFromLeft, sinistra);
-        QCOMPARE(elemento.MatchingCharsFromRight, destra);
-        QCOMPARE(elemento.TextBlock_BeforeChange, rtfPrima.sliced(sinistra).chopped(destra));
-        QCOMPARE(elemento.TextBlock_AfterChange, rtf.sliced(sinistra).chopped(destra));
-    }
-    QVERIFY(banco.undo.Undo(100));
-    QVERIFY(banco.controllo.Text() == pagina);
-}
-
-void TstUndo::refusals()
-{
-    clsUndo senza;
-    QVERIFY(!senza.Reset() && !senza.TakeUndoSnapShot() && !senza.Undo(1) && !senza.Redo(1));
-    QVERIFY(!senza.Attach(this, nullptr, 250));
-
-    Banco banco;
-    banco.Scrivi(u"a"_s);
-    banco.Pausa();
-    banco.Scrivi(u"b"_s);
-    banco.undo.Undo(1);
-    ModuloDichiarazioni::Stato().ControlloInCorso = true;
-    banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
-    banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
-    QVERIFY(!banco.undo.Undo(1) && !banco.undo.Redo(1));
-    QCOMPARE(banco.Stato(), u"a| 1/1"_s);
-    ModuloDichiarazioni::Stato().ControlloInCorso = false;
-    QVERIFY(banco.undo.Undo(1));
-
-    // Without a place for its timer the manager says so.
-    clsUndo altro;
-    QString titolo;
-    QTimer::singleShot(0, this, [&titolo] {
-        auto *messaggio = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        titolo = messaggio ? messaggio->windowTitle() : u"none"_s;
-        if (messaggio)
-            messaggio->done(QMessageBox::Ok);
-    });
-    QVERIFY(!altro.Attach(nullptr, &banco.controllo, 250));
-    QVERIFY2(titolo.contains(u" - Unexpected Error No. "_s), qPrintable(titolo));
-
+    void matchingChars()
     {
-        RichTextBox passeggero;
-        QVERIFY(senza.Attach(this, &passeggero, 250));
-    }
-    QVERIFY(!senza.TakeUndoSnapShot() && !senza.Undo(1) && !senza.Redo(1));
-}
-
-void TstUndo::randomWalks_data()
-{
-    QTest::addColumn<int>("seme");
-    for (int seme = 1; seme <= 12; ++seme)
-        QTest::addRow("seed %d", seme) << seme;
-}
-
-void TstUndo::randomWalks()
-{
-    QFETCH(int, seme);
-    QRandomGenerator caso{quint32(seme)};
-    QString pagina;
-    for (int i = 0; i < 60; ++i)
-        pagina += u"<p>riga %1</p>\r\n"_s.arg(i);
-    Banco banco(seme % 2 ? pagina : QString());
-    RichTextBox &controllo = banco.controllo;
-
-    struct Passo {
-        QString selezionePrima;
-        QString selezioneDopo;
-        int vista = 0;
-        bool soloAspetti = false;
-    };
-    QStringList contenuti{Contenuto(controllo)}; // one more than the steps
-    std::vector<Passo> passi;
-    size_t qui = 0;
-
-    const auto modifica = [&] {
-        const QStringList pezzi{u"<b>"_s, u"x"_s, u"\r\n"_s, u"è{\\}中"_s, u"\r"_s, u"😀"_s, u"a\r\nb\r\nc"_s, u"\n"_s};
-        const QString pezzo = pezzi[caso.bounded(int(pezzi.size()))];
-        const int dove = caso.bounded(controllo.Lunghezza() + 1);
-        switch (caso.bounded(8)) {
-        case 0:
-            banco.Scrivi(u"ciao"_s);
-            break;
-        case 1:
-            controllo.ImpostaSelText(pezzo);
-            break;
-        case 2:
-            controllo.Colora(dove, caso.bounded(30), caso.bounded(2) ? 0xC00000 : ColoreBgr(caso.bounded(0x1000000)));
-            break;
-        case 3:
-            controllo.Sottolinea(dove, caso.bounded(30), caso.bounded(2) != 0);
-            break;
-        case 4:
-            banco.Tasto(Qt::Key_Backspace);
-            break;
-        case 5:
-            QGuiApplication::clipboard()->setText(pezzo);
-            controllo.Incolla();
-            break;
-        case 6:
-            controllo.Taglia();
-            break;
-        default:
-            if (caso.bounded(6) == 0)
-                controllo.ImpostaText(pezzo.repeated(caso.bounded(40)));
-            else
-                controllo.Sostituisci(dove, caso.bounded(20), pezzo);
+        QRandomGenerator caso(7);
+        for (int i = 0; i < 500; ++i) {
+            QString a;
+            for (int k = caso.bounded(10); k > 0; --k)
+                a += QChar(u'a' + caso.bounded(2));
+            QString b = a;
+            for (int k = caso.bounded(3); k > 0 && !b.isEmpty(); --k)
+                b[caso.bounded(int(b.size()))] = u'z';
+            b.truncate(caso.bounded(11));
+            const auto minimo = std::min(a.size(), b.size());
+            int sinistra = 0, destra = 0;
+            while (sinistra < minimo && a[sinistra] == b[sinistra])
+                ++sinistra;
+            while (destra < minimo && a[a.size() - 1 - destra] == b[b.size() - 1 - destra])
+                ++destra;
+            QCOMPARE(clsUndo::MatchingChars(a, b, false), sinistra);
+            QCOMPARE(clsUndo::MatchingChars(b, a, true), destra);
         }
-    };
-    const auto registra = [&] {
-        controllo.Seleziona(caso.bounded(controllo.Lunghezza() + 1), caso.bounded(3) ? 0 : caso.bounded(40));
-        Passo passo{Selezione(controllo), {}, 0, false};
-        const int revisione = controllo.Revisione();
-        for (int i = caso.bounded(3); i >= 0; --i)
-            modifica();
-        if (!banco.undo.TakeUndoSnapShot())
-            return;
-        passo.selezioneDopo = Selezione(controllo);
-        passo.vista = controllo.PrimaRigaVisibile();
-        passo.soloAspetti = revisione == controllo.Revisione();
-        passi.resize(qui);
-        passi.push_back(passo);
-        contenuti.resize(qsizetype(++qui));
-        contenuti.append(Contenuto(controllo));
-    };
-
-    for (int volta = 0; volta < 120; ++volta) {
-        const int scelta = caso.bounded(5);
-        if (scelta < 2 || passi.size() < 3) {
-            registra();
-        } else if (scelta == 2 && qui > 0) {
-            const int quanti = 1 + caso.bounded(4);
-            QVERIFY(banco.undo.Undo(quanti));
-            qui -= std::min(qui, size_t(quanti));
-            const Passo &passo = passi[qui];
-            if (!passo.soloAspetti)
-                QCOMPARE(Selezione(controllo), passo.selezionePrima);
-            QVERIFY(controllo.viewport()->rect().intersects(controllo.cursorRect()));
-        } else if (scelta == 3 && qui < passi.size()) {
-            const int quanti = 1 + caso.bounded(4);
-            QVERIFY(banco.undo.Redo(quanti));
-            qui = std::min(passi.size(), qui + size_t(quanti));
-            QCOMPARE(Selezione(controllo), passi[qui - 1].selezioneDopo);
-            QCOMPARE(controllo.PrimaRigaVisibile(), passi[qui - 1].vista);
-        }
-        QCOMPARE(Contenuto(controllo), contenuti[qsizetype(qui)]);
-        QCOMPARE(banco.undo.UndoList().size(), qui + 1);
-        QCOMPARE(banco.undo.RedoList().size(), passi.size() - qui);
     }
-    banco.undo.Undo(int(passi.size()));
-    QCOMPARE(Contenuto(controllo), contenuti.first());
-    banco.undo.Redo(int(passi.size()));
-    QCOMPARE(Contenuto(controllo), contenuti.last());
-}
+
+    void eventsEndARun_data()
+    {
+        QTest::addColumn<int>("tasto");
+        QTest::addColumn<QString>("stato");
+        QTest::newRow("a letter goes on") << int(Qt::Key_A) << u"abca| 0/0"_s;
+        QTest::newRow("Backspace goes on") << int(Qt::Key_Backspace) << u"ab| 0/0"_s;
+        QTest::newRow("Enter") << int(Qt::Key_Return) << u"abc\r\n| 1/0"_s;
+        QTest::newRow("Space") << int(Qt::Key_Space) << u"abc | 1/0"_s;
+        QTest::newRow("Left") << int(Qt::Key_Left) << u"ab|c 1/0"_s;
+        QTest::newRow("F5") << int(Qt::Key_F5) << u"abc| 1/0"_s;
+        QTest::newRow("the mouse") << -1 << u"|abc 1/0"_s;
+        QTest::newRow("the pause") << -2 << u"abc| 1/0"_s;
+    }
+
+    void eventsEndARun()
+    {
+        QFETCH(int, tasto);
+        QFETCH(QString, stato);
+        Banco banco;
+        QVERIFY(banco.riuscito);
+        banco.Scrivi(u"abc"_s);
+        QCOMPARE(banco.Stato(), u"abc| 0/0"_s);
+        if (tasto == -1)
+            QTest::mouseClick(banco.controllo.viewport(), Qt::LeftButton, {}, {1, 5});
+        else if (tasto == -2)
+            banco.Pausa();
+        else
+            banco.Tasto(Qt::Key(tasto));
+        QCOMPARE(banco.Stato(), stato);
+        QVERIFY(banco.undo.Undo(100));
+        QCOMPARE(banco.Stato().left(1), u"|"_s);
+        QVERIFY(!banco.undo.CanUndo());
+    }
+
+    // The other ways are walked at random below.
+    void everyWayToChangeTheText()
+    {
+        for (const QString &modo : {u"typing"_s, u"delete key"_s, u"drop"_s, u"input method"_s}) {
+            Banco banco(u"uno due\r\ntre"_s);
+            RichTextBox &controllo = banco.controllo;
+            controllo.Colora(0, 3, 0xFF00FF);
+            banco.undo.TakeUndoSnapShot();
+            controllo.Seleziona(2, 4);
+            const QString prima = Contenuto(controllo) + Selezione(controllo);
+            if (modo == u"typing") {
+                banco.Scrivi(u"xy"_s);
+            } else if (modo == u"delete key") {
+                banco.Tasto(Qt::Key_Delete);
+            } else if (modo == u"drop") {
+                QMimeData dati;
+                dati.setText(u"x\ny"_s);
+                QDropEvent evento(QPointF(3, 3), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+                QDragEnterEvent entra(QPoint(3, 3), Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+                QCoreApplication::sendEvent(controllo.viewport(), &entra);
+                QCoreApplication::sendEvent(controllo.viewport(), &evento);
+            } else {
+                QInputMethodEvent evento;
+                evento.setCommitString(u"中文"_s);
+                QCoreApplication::sendEvent(&controllo, &evento);
+            }
+            const QString dopo = Contenuto(controllo);
+            QVERIFY2(dopo != prima.left(dopo.size()), qPrintable(modo));
+            banco.Pausa();
+            QCOMPARE(banco.undo.UndoList().size(), size_t(3));
+            const QString selezioneDopo = Selezione(controllo);
+            banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(Contenuto(controllo) + Selezione(controllo), prima);
+            banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
+            QCOMPARE(Contenuto(controllo) + Selezione(controllo), dopo + selezioneDopo);
+        }
+    }
+
+    void stepsAndLists()
+    {
+        Banco banco;
+        for (const QString &parola : {u"a"_s, u"b"_s, u"c"_s}) {
+            banco.Scrivi(parola);
+            banco.Pausa();
+        }
+        QVERIFY(!banco.undo.TakeUndoSnapShot());
+        QVERIFY(!banco.undo.Undo(0) && !banco.undo.Redo(1));
+        // A change still pending is the first to go.
+        banco.Scrivi(u"d"_s);
+        QVERIFY(banco.undo.Undo(2));
+        QCOMPARE(banco.Stato(), u"ab| 2/2"_s);
+        banco.Scrivi(u"x"_s);
+        banco.Pausa();
+        QCOMPARE(banco.Stato(), u"abx| 3/0"_s);
+        // Ctrl+Z held down ends at the first page.
+        for (int i = 0; i < 20; ++i)
+            banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(banco.Stato(), u"| 0/3"_s);
+        // Typed and taken away again leaves no record, and the caret is known all the same.
+        banco.undo.Redo(3);
+        banco.Scrivi(u"y"_s);
+        banco.Tasto(Qt::Key_Backspace);
+        banco.Pausa();
+        banco.Scrivi(u"z"_s);
+        banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(banco.Stato(), u"abx| 3/1"_s);
+    }
+
+    void redoWithAPendingChange()
+    {
+        Banco banco(u"riga\r\n"_s);
+        banco.Scrivi(u"abc"_s);
+        banco.undo.Undo(1);
+        banco.Scrivi(u"x"_s);
+        QVERIFY(!banco.undo.RipristinaComando());
+        QCOMPARE(banco.Stato(), u"x|riga\r\n 1/0"_s);
+        // Colours set since are no change that would take the redo away.
+        banco.undo.Undo(1);
+        banco.controllo.Colora(0, 4, 0xFF);
+        banco.undo.Redo(1);
+        QCOMPARE(banco.Stato(), u"x|riga\r\n 1/0"_s);
+        QCOMPARE(banco.controllo.AspettoIn(2), Aspetto());
+    }
+
+    void coloursAloneNeverLookLikeNothing()
+    {
+        Banco banco;
+        banco.Scrivi(u"<b>"_s);
+        banco.Pausa();
+        const QString nero = Contenuto(banco.controllo);
+        for (const ColoreBgr colore : {ColoreBgr(0xC00000), ColoreBgr(0x123456)}) {
+            banco.controllo.Colora(1, 1, colore);
+            QVERIFY(banco.undo.TakeUndoSnapShot());
+        }
+        const QString colorato = Contenuto(banco.controllo);
+        // The manager takes step by step, the commands go on to the text.
+        banco.undo.Undo(2);
+        QCOMPARE(Contenuto(banco.controllo), nero);
+        banco.undo.Redo(2);
+        QCOMPARE(Contenuto(banco.controllo), colorato);
+        banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(banco.Stato(), u"| 0/3"_s);
+        banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(Contenuto(banco.controllo), colorato);
+        QVERIFY(!banco.undo.CanRedo());
+        // Colours set between two undos leave what can be redone.
+        banco.Scrivi(u"x"_s);
+        banco.undo.AnnullaComando();
+        banco.controllo.Sottolinea(0, 3, true);
+        banco.undo.AnnullaComando();
+        QCOMPARE(banco.Stato(), u"| 0/4"_s);
+        banco.undo.RipristinaComando();
+        QCOMPARE(Contenuto(banco.controllo), colorato);
+    }
+
+    void recordKeepsOnlyWhatDiffers()
+    {
+        // Across the borders of the pieces in which a large page is kept.
+        QString pagina;
+        for (int i = 0; i < 4000; ++i)
+            pagina += u"<p class=\"x\">riga %1 \\{è}</p>\r\n"_s.arg(i);
+        Banco banco(pagina);
+        QRandomGenerator caso(3);
+        for (int volta = 0; volta < 40; ++volta) {
+            const QString rtfPrima = banco.controllo.TextRTF();
+            const int dove = caso.bounded(banco.controllo.Lunghezza());
+            banco.controllo.Sostituisci(dove, caso.bounded(20) ? caso.bounded(3) : caso.bounded(60000), u"a"_s);
+            banco.Pausa();
+            const QString rtf = banco.controllo.TextRTF();
+            const clsUndoElement &elemento = banco.undo.UndoList().back();
+            const int sinistra = clsUndo::MatchingChars(rtfPrima, rtf, false);
+            const int destra =
+                clsUndo::MatchingChars(QStringView(rtfPrima).sliced(sinistra), QStringView(rtf).sliced(sinistra), true);
+            QCOMPARE(elemento.MatchingCharsFromLeft, sinistra);
+            QCOMPARE(elemento.MatchingCharsFromRight, destra);
+            QCOMPARE(elemento.TextBlock_BeforeChange, rtfPrima.sliced(sinistra).chopped(destra));
+            QCOMPARE(elemento.TextBlock_AfterChange, rtf.sliced(sinistra).chopped(destra));
+        }
+        QVERIFY(banco.undo.Undo(100));
+        QVERIFY(banco.controllo.Text() == pagina);
+    }
+
+    void refusals()
+    {
+        clsUndo senza;
+        QVERIFY(!senza.Reset() && !senza.TakeUndoSnapShot() && !senza.Undo(1) && !senza.Redo(1));
+        QVERIFY(!senza.Attach(this, nullptr, 250));
+
+        Banco banco;
+        banco.Scrivi(u"a"_s);
+        banco.Pausa();
+        banco.Scrivi(u"b"_s);
+        banco.undo.Undo(1);
+        ModuloDichiarazioni::Stato().ControlloInCorso = true;
+        banco.Tasto(Qt::Key_Z, Qt::ControlModifier);
+        banco.Tasto(Qt::Key_Y, Qt::ControlModifier);
+        QVERIFY(!banco.undo.Undo(1) && !banco.undo.Redo(1));
+        QCOMPARE(banco.Stato(), u"a| 1/1"_s);
+        ModuloDichiarazioni::Stato().ControlloInCorso = false;
+        QVERIFY(banco.undo.Undo(1));
+
+        // Without a place for its timer the manager says so.
+        clsUndo altro;
+        QString titolo;
+        Aiuti::Rispondi<QMessageBox>(this, [&titolo](QMessageBox *messaggio) {
+            titolo = messaggio->windowTitle();
+            messaggio->accept();
+        });
+        QVERIFY(!altro.Attach(nullptr, &banco.controllo, 250));
+        QVERIFY2(titolo.contains(u" - Unexpected Error No. "_s), qPrintable(titolo));
+
+        {
+            RichTextBox passeggero;
+            QVERIFY(senza.Attach(this, &passeggero, 250));
+        }
+        QVERIFY(!senza.TakeUndoSnapShot() && !senza.Undo(1) && !senza.Redo(1));
+    }
+
+    void randomWalks()
+    {
+        for (int seme = 1; seme <= 12; ++seme) {
+            Cammina(seme);
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(u"seed %1"_s.arg(seme)));
+        }
+    }
+
+private:
+    static void Cammina(int seme)
+    {
+        QRandomGenerator caso{quint32(seme)};
+        QString pagina;
+        for (int i = 0; i < 60; ++i)
+            pagina += u"<p>riga %1</p>\r\n"_s.arg(i);
+        Banco banco(seme % 2 ? pagina : QString());
+        RichTextBox &controllo = banco.controllo;
+
+        struct Passo {
+            QString selezionePrima;
+            QString selezioneDopo;
+            int vista = 0;
+            bool soloAspetti = false;
+        };
+        QStringList contenuti{Contenuto(controllo)}; // one more than the steps
+        std::vector<Passo> passi;
+        size_t qui = 0;
+
+        const auto modifica = [&] {
+            const QStringList pezzi{u"<b>"_s, u"x"_s, u"\r\n"_s,        u"è{\\}中"_s,
+                                    u"\r"_s,  u"😀"_s, u"a\r\nb\r\nc"_s, u"\n"_s};
+            const QString pezzo = pezzi[caso.bounded(int(pezzi.size()))];
+            const int dove = caso.bounded(controllo.Lunghezza() + 1);
+            switch (caso.bounded(8)) {
+            case 0:
+                banco.Scrivi(u"ciao"_s);
+                break;
+            case 1:
+                controllo.ImpostaSelText(pezzo);
+                break;
+            case 2:
+                controllo.Colora(dove, caso.bounded(30),
+                                 caso.bounded(2) ? 0xC00000 : ColoreBgr(caso.bounded(0x1000000)));
+                break;
+            case 3:
+                controllo.Sottolinea(dove, caso.bounded(30), caso.bounded(2) != 0);
+                break;
+            case 4:
+                banco.Tasto(Qt::Key_Backspace);
+                break;
+            case 5:
+                QGuiApplication::clipboard()->setText(pezzo);
+                controllo.Incolla();
+                break;
+            case 6:
+                controllo.Taglia();
+                break;
+            default:
+                if (caso.bounded(6) == 0)
+                    controllo.ImpostaText(pezzo.repeated(caso.bounded(40)));
+                else
+                    controllo.Sostituisci(dove, caso.bounded(20), pezzo);
+            }
+        };
+        const auto registra = [&] {
+            controllo.Seleziona(caso.bounded(controllo.Lunghezza() + 1), caso.bounded(3) ? 0 : caso.bounded(40));
+            Passo passo{Selezione(controllo), {}, 0, false};
+            const int revisione = controllo.Revisione();
+            for (int i = caso.bounded(3); i >= 0; --i)
+                modifica();
+            if (!banco.undo.TakeUndoSnapShot())
+                return;
+            passo.selezioneDopo = Selezione(controllo);
+            passo.vista = controllo.PrimaRigaVisibile();
+            passo.soloAspetti = revisione == controllo.Revisione();
+            passi.resize(qui);
+            passi.push_back(passo);
+            contenuti.resize(qsizetype(++qui));
+            contenuti.append(Contenuto(controllo));
+        };
+
+        for (int volta = 0; volta < 120; ++volta) {
+            const int scelta = caso.bounded(5);
+            if (scelta < 2 || passi.size() < 3) {
+                registra();
+            } else if (scelta == 2 && qui > 0) {
+                const int quanti = 1 + caso.bounded(4);
+                QVERIFY(banco.undo.Undo(quanti));
+                qui -= std::min(qui, size_t(quanti));
+                const Passo &passo = passi[qui];
+                if (!passo.soloAspetti)
+                    QCOMPARE(Selezione(controllo), passo.selezionePrima);
+                QVERIFY(controllo.viewport()->rect().intersects(controllo.cursorRect()));
+            } else if (scelta == 3 && qui < passi.size()) {
+                const int quanti = 1 + caso.bounded(4);
+                QVERIFY(banco.undo.Redo(quanti));
+                qui = std::min(passi.size(), qui + size_t(quanti));
+                QCOMPARE(Selezione(controllo), passi[qui - 1].selezioneDopo);
+                QCOMPARE(controllo.PrimaRigaVisibile(), passi[qui - 1].vista);
+            }
+            QCOMPARE(Contenuto(controllo), contenuti[qsizetype(qui)]);
+            QCOMPARE(banco.undo.UndoList().size(), qui + 1);
+            QCOMPARE(banco.undo.RedoList().size(), passi.size() - qui);
+        }
+        banco.undo.Undo(int(passi.size()));
+        QCOMPARE(Contenuto(controllo), contenuti.first());
+        banco.undo.Redo(int(passi.size()));
+        QCOMPARE(Contenuto(controllo), contenuti.last());
+    }
+};
 
 QTEST_MAIN(TstUndo)
 #include "tst_undo.moc"
