@@ -20,9 +20,9 @@
 #include "html/VerificaSintassi.h"
 #include "platform/Dialoghi.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -48,8 +48,9 @@ void FrmStart::CollegaAnteprima(FrmAnteprima &finestra)
         finestra, [this] { return m_pagina->Formato(); }, CaricaMotore::DalModulo, this);
     connect(m_anteprima, &Anteprima::TestoStato, m_pannello1, &QLabel::setText);
     connect(m_anteprima, &Anteprima::FuocoAllaPagina, this, [this] {
-        if (m_pad->hasFocus() || !isVisible() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+        if (m_pad->hasFocus() || !isVisible())
             return;
+        // Under a menu or a dialog, too: that keeps the keys, and gives them to the editor when it closes.
         m_area->setActiveSubWindow(m_finestraDocumento);
         m_pad->setFocus();
     });

@@ -115,10 +115,11 @@ public:
         Calma();
         misure.propria = m_corsa.MemoriaPropria();
         misure.tutta = m_corsa.Memoria();
-        // The preview is hidden while a saved page gives way to a new one.
-        Batti(XK_s, ControlMask);
-        Calma();
+        // The preview is hidden while the page, saved, gives way to a new one.
         Batti(XK_n, ControlMask);
+        Calma();
+        m_schermo.Premi(m_schermo.Attiva(), XK_Return);
+        m_schermo.Rilascia(m_schermo.Attiva(), XK_Return);
         Calma();
         if (m_schermo.Cerca(m_dispari ? Dispari : Pari))
             return;
@@ -176,7 +177,7 @@ bool BancoAnteprima(const Schermo &schermo, const QStringList &comando)
         Misure misure;
         Seduta seduta(schermo, comando + QStringList{nome});
         bool va = seduta.Avvio(misure);
-        for (int giri = unita > 5'000'000 ? 5 : 11; giri > 0 && va; --giri)
+        for (int giri = unita > 5'000'000 ? 3 : 11; giri > 0 && va; --giri)
             va = seduta.Refresh(misure);
         if (va)
             seduta.Memoria(misure);

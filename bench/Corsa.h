@@ -25,7 +25,7 @@ public:
     Corsa(const Corsa &) = delete;
     Corsa &operator=(const Corsa &) = delete;
 
-    static constexpr double Pazienza = 60'000; ///< milliseconds until something that does not happen is given up
+    static constexpr double Pazienza = 120'000; ///< milliseconds until something that does not happen is given up
 
     /// Milliseconds from the start until a window is on the screen.
     Valore FinoAllaFinestra();

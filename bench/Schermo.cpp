@@ -104,6 +104,14 @@ std::optional<QPoint> Schermo::Cerca(unsigned colore) const
     return trovato;
 }
 
+Schermo::Finestra Schermo::Attiva() const
+{
+    Finestra attiva = 0;
+    int ritorno = 0;
+    XGetInputFocus(m_display, &attiva, &ritorno);
+    return attiva;
+}
+
 void Schermo::Premi(Finestra finestra, Simbolo tasto, unsigned modificatori) const
 {
     Tasto(finestra, KeyPress, tasto, modificatori);

@@ -34,6 +34,8 @@ public:
     /// The middle of the first square of 8 by 8 pixels in that colour; none when there is no such square.
     [[nodiscard]] std::optional<QPoint> Cerca(unsigned colore) const;
 
+    /// The window that gets the keys, or 0.
+    [[nodiscard]] Finestra Attiva() const;
     void Premi(Finestra finestra, Simbolo tasto, unsigned modificatori = 0) const;
     void Rilascia(Finestra finestra, Simbolo tasto, unsigned modificatori = 0) const;
     /// Milliseconds until the program takes the next thing from its queue: a question that every program answers.

@@ -39,7 +39,8 @@ Anteprima::Anteprima(FrmAnteprima &finestra, Formato formato, Caricatore caricat
     m_limite.setSingleShot(true);
     m_silenzio.setSingleShot(true);
     // Not at once: an opened page becomes the current file right after its first refresh.
-    connect(&m_partenza, &QTimer::timeout, this, [this] { m_motore->Naviga(Stato().FileAnteprima, Posto()); });
+    connect(&m_partenza, &QTimer::timeout, this,
+            [this] { m_motore->Naviga(Stato().FileAnteprima, Posto(), m_codifica); });
     connect(&m_limite, &QTimer::timeout, this, &Anteprima::Interroga);
     connect(&m_silenzio, &QTimer::timeout, this, [this] { Esegui(m_ciclo.Muta()); });
     connect(&m_finestra, &FrmAnteprima::Pronta, this, &Anteprima::CaricaMotore);
@@ -67,10 +68,16 @@ void Anteprima::AggiornaAnteprima(const RichTextBox *controllo, bool nascondi)
 
 bool Anteprima::Scrivi(const RichTextBox &controllo)
 {
-    const int motivo = PaginaAnteprima::Scrivi(controllo.Text(), m_formato());
-    // Told once, not with every key.
+    const QString testo = controllo.Text();
+    FormatoPagina formato = m_formato();
+    const int motivo = PaginaAnteprima::Scrivi(testo, formato);
+    if (motivo == 0 && !testo.isEmpty())
+        m_codifica = formato.codifica;
+    // Told once, not with every key, and until the page is written again.
     if (motivo != 0 && !m_scritturaFallita)
-        emit TestoStato(Messaggio(210).arg(Messaggio(motivo)));
+        DiStato(Messaggio(210).arg(Messaggio(motivo)));
+    else if (motivo == 0 && m_scritturaFallita)
+        MostraStato();
     m_scritturaFallita = motivo != 0;
     return !m_scritturaFallita;
 }
@@ -166,7 +173,11 @@ void Anteprima::PaginaToccata()
 void Anteprima::MostraStato()
 {
     constexpr qsizetype massimo = 500; // a page can have a title of any length
-    const QString testo = (m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified();
+    DiStato((m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified());
+}
+
+void Anteprima::DiStato(const QString &testo)
+{
     if (testo == m_stato)
         return;
     m_stato = testo;

@@ -54,6 +54,7 @@ private:
     void Esegui(CicloAnteprima::Azione azione);
     void Interroga();
     void MostraStato();
+    void DiStato(const QString &testo);
 
     FrmAnteprima &m_finestra;
     Formato m_formato;
@@ -63,6 +64,7 @@ private:
     QTimer m_partenza;
     QTimer m_limite;
     QTimer m_silenzio;
+    QString m_codifica; ///< of the page in the file
     QString m_titolo;
     QString m_collegamento;
     QString m_stato;

@@ -52,9 +52,9 @@ public:
     virtual ~MotoreAnteprima() = default;
 
     /// Shows the local file \a percorso as if it lay at the absolute path \a posto: from there its relative addresses
-    /// are resolved. The same place again keeps the scroll position. Returns at once; a navigation under way is given
-    /// up.
-    virtual void Naviga(const QString &percorso, const QString &posto) = 0;
+    /// are resolved. \a codifica is the encoding of a page that declares none. The same place again keeps the scroll
+    /// position. Returns at once; a navigation under way is given up.
+    virtual void Naviga(const QString &percorso, const QString &posto, const QString &codifica) = 0;
     /// Drops the page together with the process that draws it. Nothing is shown until the next navigation.
     virtual void Ricomincia() = 0;
     /// Calls \a risposta when the process that draws the page is free to answer: never, when a script keeps it busy.
@@ -71,4 +71,4 @@ public:
     [[nodiscard]] virtual std::unique_ptr<MotoreAnteprima> Crea(OspiteMotore &ospite, QWidget &contenitore) = 0;
 };
 
-Q_DECLARE_INTERFACE(FabbricaMotore, "velloro.FabbricaMotore/1")
+Q_DECLARE_INTERFACE(FabbricaMotore, "velloro.FabbricaMotore/2")

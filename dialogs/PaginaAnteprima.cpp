@@ -40,7 +40,7 @@ int Motivo(int errore)
 
 } // namespace
 
-int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina formato)
+int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina &formato)
 {
     if (testo.isEmpty())
         return 0;

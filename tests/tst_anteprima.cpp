@@ -25,10 +25,12 @@ class MotoreFinto : public MotoreAnteprima
 public:
     explicit MotoreFinto(QStringList &diario) : m_diario(diario) {}
 
-    void Naviga(const QString &percorso, const QString &posto) override
+    void Naviga(const QString &percorso, const QString &posto, const QString &codifica) override
     {
         QFile file(percorso);
         m_diario += posto + u' ' + (file.open(QIODevice::ReadOnly) ? QString::number(file.size()) : u"-"_s);
+        if (codifica != u"UTF-8")
+            m_diario.last() += u' ' + codifica;
     }
     void Ricomincia() override { m_diario += u"ricomincia"_s; }
     void Interroga(std::function<void()>) override { m_diario += u"interroga"_s; }
@@ -77,6 +79,7 @@ private slots:
     void Regole();
     void CartellaDellaPaginaAperta();
     void ScritturaFallita();
+    void DisegnoPerduto();
     void SenzaMotore();
     void PostiDiPiuProgrammi();
     void RestiDiUnProgrammaUcciso();
@@ -87,6 +90,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_cartella;
     std::unique_ptr<FrmAnteprima> m_finestra;
+    FormatoPagina m_formato;
     QStringList m_diario;
     OspiteMotore *m_ospite = nullptr;
 };
@@ -101,6 +105,7 @@ void tst_Anteprima::init()
     m_cartella = std::make_unique<QTemporaryDir>();
     Stato() = {};
     Stato().FileAnteprima = m_cartella->filePath(u"test.html"_s);
+    m_formato = {};
     m_diario.clear();
     m_finestra = std::make_unique<FrmAnteprima>();
 }
@@ -108,7 +113,7 @@ void tst_Anteprima::init()
 std::unique_ptr<Anteprima> tst_Anteprima::Crea()
 {
     auto anteprima = std::make_unique<Anteprima>(
-        *m_finestra, [] { return FormatoPagina{}; },
+        *m_finestra, [this] { return m_formato; },
         [this](OspiteMotore &ospite, QWidget &, QString &) {
             m_ospite = &ospite;
             return std::make_unique<MotoreFinto>(m_diario);
@@ -132,7 +137,6 @@ void tst_Anteprima::Richieste_data()
     QTest::newRow("a page without a file") << u"file:///test.html"_s << Tipo::Pagina << false << QString() << true;
     QTest::newRow("a web page in its place") << u"http://e.it/"_s << Tipo::Pagina << false << mia << false;
     QTest::newRow("picture above") << u"file:///figure/a.png"_s << Tipo::Risorsa << false << mia << true;
-    QTest::newRow("web picture") << u"https://e.it/a.png"_s << Tipo::Risorsa << false << mia << true;
     QTest::newRow("file of another machine") << u"file://altro/a.png"_s << Tipo::Risorsa << false << mia << false;
     QTest::newRow("local picture for a web frame") << u"file:///sito/a.png"_s << Tipo::Risorsa << true << mia << false;
     QTest::newRow("frame beside") << u"file:///sito/menu.html"_s << Tipo::Cornice << false << mia << true;
@@ -141,14 +145,11 @@ void tst_Anteprima::Richieste_data()
         << u"file:///sito2/a.html"_s << Tipo::Cornice << false << mia << false;
     QTest::newRow("frame of a page without a file")
         << u"file:///etc/passwd"_s << Tipo::Cornice << false << QString() << false;
-    QTest::newRow("web frame") << u"http://e.it/"_s << Tipo::Cornice << false << mia << true;
     QTest::newRow("script above") << u"file:///js/a.js"_s << Tipo::Script << false << mia << true;
-    QTest::newRow("other file above as a script") << u"file:///a.csv"_s << Tipo::Script << false << mia << false;
     QTest::newRow("data beside as a script") << u"file:///sito/a.json"_s << Tipo::Script << false << mia << false;
     QTest::newRow("script of a browser's settings")
         << u"file:///home/a/.mozilla/p/prefs.js"_s << Tipo::Script << false << mia << false;
     QTest::newRow("hidden picture") << u"file:///home/a/.faces/a.png"_s << Tipo::Risorsa << false << mia << false;
-    QTest::newRow("hidden file") << u"file:///home/a/.face"_s << Tipo::Risorsa << false << mia << false;
     QTest::newRow("page in a hidden folder")
         << u"file:///a/.sito/su.png"_s << Tipo::Risorsa << false << u"/a/.sito/p/mia.html"_s << true;
     QTest::newRow("hidden folder beside the page")
@@ -158,7 +159,6 @@ void tst_Anteprima::Richieste_data()
     QTest::newRow("script reads a file") << u"file:///sito/dati.json"_s << Tipo::Contenuto << false << mia << false;
     QTest::newRow("script reads the web") << u"http://e.it/dati"_s << Tipo::Contenuto << false << mia << true;
     QTest::newRow("inner address") << u"chrome://settings"_s << Tipo::Cornice << false << mia << false;
-    QTest::newRow("data address") << u"data:text/css,a"_s << Tipo::Risorsa << false << mia << true;
 }
 
 void tst_Anteprima::Richieste()
@@ -257,13 +257,14 @@ void tst_Anteprima::Regole()
 
 void tst_Anteprima::CartellaDellaPaginaAperta()
 {
+    m_formato.codifica = u"windows-1252"_s;
     const auto anteprima = Crea();
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
     QSignalSpy fuoco(anteprima.get(), &Anteprima::FuocoAllaPagina);
     anteprima->AggiornaAnteprima(&pad, false);
     Stato().FileCorrente = u"/sito/mia.html"_s; // becomes so after the refresh
-    QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62"_s});
+    QTRY_COMPARE(m_diario, QStringList{u"/sito/mia.html 62 windows-1252"_s});
     QCOMPARE(fuoco.size(), 1);
     m_ospite->PaginaToccata();
     QCOMPARE(fuoco.size(), 2);
@@ -275,16 +276,33 @@ void tst_Anteprima::ScritturaFallita()
     QSignalSpy stato(anteprima.get(), &Anteprima::TestoStato);
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
+    m_ospite->TitoloCambiato(u"titolo"_s);
     const QString buono = std::exchange(Stato().FileAnteprima, m_cartella->filePath(u"manca/test.html"_s));
     for (int i = 0; i < 3; ++i)
         anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 1);
     Stato().FileAnteprima = m_cartella->path(); // a folder
     anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 1);
+    QCOMPARE(stato.size(), 2); // the title, the failure
     Stato().FileAnteprima = buono;
     anteprima->AggiornaAnteprima(&pad, false);
+    QCOMPARE(stato.size(), 3);
+    QCOMPARE(stato.last(), QVariantList{u"titolo"_s});
     QTRY_COMPARE(m_diario, QStringList{u"/test.html 62"_s});
+}
+
+void tst_Anteprima::DisegnoPerduto()
+{
+    const auto anteprima = Crea();
+    RichTextBox pad;
+    pad.ImpostaText(QString(60, u'x'));
+    anteprima->AggiornaAnteprima(&pad, false);
+    QTRY_COMPARE(m_diario.size(), 1);
+    m_ospite->DisegnoPerduto(); // while the page is loaded, which is not tried again by itself
+    const auto *avviso = m_finestra->findChild<QWidget *>(u"Avviso"_s);
+    QVERIFY(!avviso->isHidden());
+    anteprima->AggiornaAnteprima(&pad, false);
+    QTRY_COMPARE(m_diario.size(), 2);
+    QVERIFY(avviso->isHidden());
 }
 
 void tst_Anteprima::SenzaMotore()

@@ -43,8 +43,9 @@ void Intercettatore::interceptRequest(QWebEngineUrlRequestInfo &richiesta)
     const bool pagina = tipo == RichiestaMotore::Tipo::Cornice || tipo == RichiestaMotore::Tipo::Pagina;
     const bool concessa =
         m_ospite.Concede({SchemaPagina::AFile(indirizzo), tipo, origine == u"http" || origine == u"https"});
-    if (!concessa || (indirizzo.isLocalFile() && !pagina && !m_schema.Lascia(indirizzo)))
+    const QUrl sua = SchemaPagina::OrigineSua(indirizzo);
+    if (!concessa)
         richiesta.block(true);
-    else if (const QUrl sua = SchemaPagina::OrigineSua(indirizzo); pagina && !sua.isEmpty())
+    else if ((pagina && !sua.isEmpty()) || (!pagina && indirizzo.isLocalFile() && !m_schema.Lascia(indirizzo)))
         richiesta.redirect(sua);
 }

@@ -5,8 +5,6 @@
 #include "SchemaPagina.h"
 
 #include <QChildEvent>
-#include <QFile>
-#include <QFileInfo>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineNotification>
 #include <QWebEngineProfile>
@@ -15,19 +13,6 @@
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-bool InUtf8(const QString &percorso)
-{
-    QFile file(percorso);
-    if (!QFileInfo(percorso).isFile() || !file.open(QIODevice::ReadOnly))
-        return true;
-    return QByteArrayView(file.readAll()).isValidUtf8();
-}
-
-} // namespace
 
 MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
     : m_ospite(ospite), m_contenitore(contenitore), m_vista(new QWebEngineView(&contenitore))
@@ -100,13 +85,12 @@ void MotoreWebEngine::CreaPagina()
     TogliFuoco(m_vista);
 }
 
-void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto)
+void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto, const QString &codifica)
 {
     if (m_pagina->Irrequieta())
         CreaPagina();
     m_schema->Imposta(percorso, posto);
-    // A page that declares no encoding is shown in the one that it is read and saved in.
-    m_profilo->settings()->setDefaultTextEncoding(InUtf8(percorso) ? u"UTF-8"_s : u"windows-1252"_s);
+    m_profilo->settings()->setDefaultTextEncoding(codifica);
     m_pagina->Mostra(SchemaPagina::DaPercorso(posto));
 }
 

@@ -18,7 +18,7 @@ public:
     MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore);
     ~MotoreWebEngine() override;
 
-    void Naviga(const QString &percorso, const QString &posto) override;
+    void Naviga(const QString &percorso, const QString &posto, const QString &codifica) override;
     void Ricomincia() override;
     void Interroga(std::function<void()> risposta) override;
 

@@ -1,7 +1,6 @@
 #include "SchemaPagina.h"
 
 #include <QBuffer>
-#include <QByteArrayMatcher>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -16,67 +15,6 @@ namespace
 {
 
 constexpr auto Iniziale = u'p'; // a host makes relative addresses work as on the web, and may not look like a number
-
-/// Follows, from place to place of a page, whether it stands between "<" and ">".
-class NelTag
-{
-public:
-    explicit NelTag(const QByteArray &pagina) : m_pagina(pagina) {}
-
-    bool A(qsizetype posto)
-    {
-        for (; m_fin < posto; ++m_fin) {
-            if (const char segno = m_pagina[m_fin]; segno == '<' || segno == '>')
-                m_dentro = segno == '<';
-        }
-        return m_dentro;
-    }
-
-private:
-    const QByteArray &m_pagina;
-    qsizetype m_fin = 0;
-    bool m_dentro = false;
-};
-
-/// True when at \a i of the page there begins the value of an attribute or an address of a style.
-bool IniziaIndirizzo(const QByteArray &pagina, qsizetype i, NelTag &nelTag)
-{
-    const auto prima = [&] {
-        while (i > 0 && (pagina[i - 1] == ' ' || pagina[i - 1] == '\t'))
-            --i;
-        return i > 0 ? pagina[i - 1] : '\0';
-    };
-    const qsizetype posto = i;
-    char segno = prima();
-    if (segno == '"' || segno == '\'') {
-        --i;
-        segno = prima();
-    }
-    if (segno == '=')
-        return nelTag.A(posto);
-    return segno == '(' && i > 3 && qstrnicmp(pagina.constData() + i - 4, "url", 3) == 0;
-}
-
-/// The page with "/" for "file:///" where an address begins: what it names by its full path is then asked for in this
-/// scheme, where its scripts are kept from reading it.
-QByteArray ConIndirizziLocali(const QByteArray &pagina)
-{
-    static const QByteArrayMatcher resto("ile:///");
-    constexpr qsizetype Lunghezza = 8; // with the "f"
-    NelTag nelTag(pagina);
-    QByteArray nuova;
-    qsizetype copiati = 0;
-    for (qsizetype i = resto.indexIn(pagina); i > 0; i = resto.indexIn(pagina, i + 1)) {
-        if ((pagina[i - 1] | 0x20) != 'f' || !IniziaIndirizzo(pagina, i - 1, nelTag))
-            continue;
-        nuova.append(pagina.constData() + copiati, i - 1 - copiati);
-        nuova.append('/');
-        copiati = i - 1 + Lunghezza;
-    }
-    if (copiati == 0)
-        return pagina;
-    return nuova.append(pagina.constData() + copiati, pagina.size() - copiati);
-}
 
 bool HaEstensione(const QString &percorso, const QStringList &estensioni)
 {
@@ -160,8 +98,7 @@ void SchemaPagina::requestStarted(QWebEngineUrlRequestJob *richiesta)
         richiesta->fail(QWebEngineUrlRequestJob::UrlNotFound);
         return;
     }
-    const bool stile = origine.isEmpty() && HaEstensione(chiesto, {u"css"_s});
-    if (pagina || stile || (origine.startsWith(Nome()) && Leggibile(chiesto)))
+    if (pagina || (origine.startsWith(Nome()) && Leggibile(chiesto)))
         Rispondi(richiesta, info);
     else if (origine.isEmpty())
         richiesta->redirect(Lasciapassare(chiesto));
@@ -195,9 +132,11 @@ void SchemaPagina::Rispondi(QWebEngineUrlRequestJob *richiesta, const QFileInfo 
     }
     const bool pagina = info.filePath() == m_percorso;
     QIODevice *byte = file;
-    if (pagina || info.size() == 0) { // files of the system may say 0 and then keep a reader waiting
+    // The page is taken in one piece: the next key writes it anew. Files of the system may say 0 and then keep a reader
+    // waiting.
+    if (pagina || info.size() == 0) {
         auto *copia = new QBuffer(richiesta);
-        copia->setData(info.size() == 0 ? QByteArray() : ConIndirizziLocali(file->readAll()));
+        copia->setData(info.size() == 0 ? QByteArray() : file->readAll());
         copia->open(QIODevice::ReadOnly);
         byte = copia;
     }

@@ -10,9 +10,10 @@ class QFileInfo;
 
 /// The addresses under which the engine sees local files: so the page can lie at its own place while its bytes come
 /// from the temporary file, and every page is a stranger to every other. What the engine gets from a scheme like this
-/// one it lets every script read, down to the pixels of a picture. So pictures, media and scripts are sent on to their
-/// file addresses, where the engine keeps their bytes to itself; only this class can send them there. Pages, style
-/// sheets, fonts and modules are answered here: of them a script can read the rules of a style sheet, and no more.
+/// one it lets every script read, down to the pixels of a picture. So pictures, style sheets, media and scripts are
+/// sent on to their file addresses, where the engine keeps their bytes to itself; only this class can send them there,
+/// and what asks for a file address comes by here first. Pages, fonts and modules are answered here: of them a script
+/// can read what a module exports or complains of, and no more.
 class SchemaPagina : public QWebEngineUrlSchemeHandler
 {
     Q_OBJECT
@@ -28,8 +29,8 @@ public:
     [[nodiscard]] static QUrl DaPercorso(const QString &percorso);
     [[nodiscard]] static QUrl AFile(const QUrl &indirizzo);
 
-    /// The address at which a local page in a frame has its own origin; empty when \a indirizzo is that already, or no
-    /// local file.
+    /// The address in this scheme at which a local file has its own origin; empty when \a indirizzo is that already, or
+    /// no local file.
     [[nodiscard]] static QUrl OrigineSua(const QUrl &indirizzo);
 
     /// True when this class sent a request on to that file address; true only once.
