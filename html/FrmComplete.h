@@ -20,7 +20,8 @@ class RichTextBox;
 ///
 /// Up, Down, Page Up, Page Down, Home and End move the selection. Tab, "=", Space and Enter accept, as does a double
 /// click. Other characters go into the page and narrow the list; Backspace takes them back, and closes the list when
-/// there is none left. The release of Escape closes it, as do ">" and "\"" (which end what the list is about), every
+/// there is none left. The release of Escape closes it, as do ">" and "\"" (which end what the list is about), a
+/// first character that is no letter or digit and begins no entry, as in "<!--" and "</", every
 /// key that neither types nor moves in a list, a click outside, the wheel outside, and whatever moves the editor, its
 /// focus or its text.
 ///
@@ -66,7 +67,10 @@ private:
     [[nodiscard]] int RigaScelta() const;
 
     // Events (FrmCompleteEventi.cpp)
-    [[nodiscard]] static Azione AzioneDi(const QKeyEvent &tasto);
+    [[nodiscard]] Azione AzioneDi(const QKeyEvent &tasto) const;
+    /// \a testo, one character, ends what the list is about or can begin none of its entries.
+    [[nodiscard]] bool Finisce(QStringView testo) const;
+    void ScriviOFinisci(const QString &carattere);
     [[nodiscard]] bool EventoTastiera(QObject *oggetto, QEvent *evento);
     [[nodiscard]] bool TastoPremuto(QObject *oggetto, QKeyEvent *tasto);
     [[nodiscard]] bool TestoComposto(QInputMethodEvent *evento);

@@ -2,6 +2,7 @@
 
 #include "html/FrmComplete.h"
 
+#include "html/ModelloVoci.h"
 #include "html/TastiTrattenuti.h"
 #include "platform/RichTextBox.h"
 
@@ -21,15 +22,18 @@ bool Scrivibile(QStringView testo)
     return !testo.isEmpty() && testo.front() > u' ' && (testo.front().isPrint() || testo.front().isSurrogate());
 }
 
-/// Ends the value or the tag that the list is about.
-bool Finisce(QStringView testo)
-{
-    return testo == u"\"" || testo == u">";
-}
-
 } // namespace
 
-FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto)
+bool FrmComplete::Finisce(QStringView testo) const
+{
+    if (testo == u"\"" || testo == u">")
+        return true;
+    // "<!--", "</", "<?", a value such as "#fff" or "../a.png": something else than what the list offers is written.
+    return m_prefisso.isEmpty() && !testo.front().isLetterOrNumber() && !testo.front().isSurrogate() &&
+           !m_modello->Comincia(testo);
+}
+
+FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
 {
     // Ctrl and Alt together are AltGr on some hosts, and type.
     const bool ctrl = tasto.modifiers() & Qt::ControlModifier;
@@ -152,9 +156,7 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
     else if (azione == Azione::Cancella)
         Cancella();
     else if (azione == Azione::Scrivi || azione == Azione::Finisci)
-        DigitaCarattere(tasto->text());
-    if (azione == Azione::Finisci)
-        Chiudi();
+        ScriviOFinisci(tasto->text());
     return true;
 }
 
@@ -162,6 +164,15 @@ void FrmComplete::ConfermaCon(QStringView testo)
 {
     Conferma();
     m_esito.uguale = m_esito.accettata && testo == u"=";
+}
+
+void FrmComplete::ScriviOFinisci(const QString &carattere)
+{
+    const bool finisce =
+        Finisce(carattere); // asked before the character belongs to what the entries are matched against
+    DigitaCarattere(carattere);
+    if (finisce)
+        Chiudi();
 }
 
 bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
@@ -181,9 +192,7 @@ bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
         if (carattere == u"=" || carattere.front() <= u' ')
             ConfermaCon(carattere);
         else
-            DigitaCarattere(carattere);
-        if (Finisce(carattere))
-            Chiudi();
+            ScriviOFinisci(carattere);
     }
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "chrome/ModuloGrafica.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace
@@ -51,6 +52,13 @@ int ModelloVoci::Filtra(const QString &prefisso, int scelta)
     m_visibili = std::move(iniziano);
     endResetModel();
     return scelta;
+}
+
+bool ModelloVoci::Comincia(QStringView prefisso) const
+{
+    const QString cercato = prefisso.toString().toUpper();
+    return std::any_of(m_maiuscole.cbegin(), m_maiuscole.cend(),
+                       [&cercato](const QString &voce) { return voce.startsWith(cercato); });
 }
 
 int ModelloVoci::rowCount(const QModelIndex &parent) const

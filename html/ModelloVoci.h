@@ -21,6 +21,9 @@ public:
     /// an entry begins with the prefix; else the entry that was selected, which then stays on show.
     [[nodiscard]] int Filtra(const QString &prefisso, int scelta);
 
+    /// An entry, shown or not, begins with \a prefisso, case ignored.
+    [[nodiscard]] bool Comincia(QStringView prefisso) const;
+
     [[nodiscard]] QString Testo(int riga) const { return m_voci[m_visibili[size_t(riga)]].testo; }
     /// All entries, shown or not.
     [[nodiscard]] const ListaVoci &Voci() const { return m_voci; }
