@@ -12,8 +12,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
 
@@ -27,21 +25,14 @@ QIcon IconaDi(QStringView nome)
     return nome.isEmpty() ? QIcon() : ModuloGrafica::Icona(nome);
 }
 
-/// Alt with a letter of its caption opens a menu: the first one that no menu before it has. Captions carry no mark.
-void DaTastiera(QMenuBar *barra)
+/// Alt with a menu's letter opens it, the same letter in every language, also where the caption does not hold it.
+/// Captions carry no mark: the style underlines the letter that the property "lettera" names.
+void DaTastiera(QMenuBar *barra, QMenu *menu, QStringView lettera)
 {
-    QString prese;
-    for (QAction *voce : barra->actions()) {
-        const QString didascalia = voce->text().toUpper();
-        const auto libera = std::find_if(didascalia.cbegin(), didascalia.cend(), [&prese](QChar lettera) {
-            return lettera >= u'A' && lettera <= u'Z' && !prese.contains(lettera);
-        });
-        if (libera == didascalia.cend())
-            continue;
-        prese += *libera;
-        auto *tasti = new QShortcut(QKeySequence(u"Alt+"_s + *libera), barra->window());
-        QObject::connect(tasti, &QShortcut::activated, barra, [barra, voce] { barra->setActiveAction(voce); });
-    }
+    QAction *voce = menu->menuAction();
+    voce->setProperty("lettera", lettera.toString());
+    auto *tasti = new QShortcut(QKeySequence(u"Alt+"_s + lettera.toString()), barra->window());
+    QObject::connect(tasti, &QShortcut::activated, barra, [barra, voce] { barra->setActiveAction(voce); });
 }
 
 } // namespace
@@ -63,8 +54,8 @@ void Comandi::CostruisciMenu(QMenuBar *barra)
         menu->menuAction()->setObjectName(nome);
         m_menu.insert(nome, menu);
         connect(menu, &QMenu::aboutToShow, this, [this, nome] { emit MenuAperto(nome); });
+        DaTastiera(barra, menu, voce.tasti);
     }
-    DaTastiera(barra);
 }
 
 QMenu *Comandi::CostruisciPopUp(QWidget *padre)

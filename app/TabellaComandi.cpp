@@ -11,7 +11,7 @@ constexpr QStringView Radice = u"";
 
 // clang-format off
 constexpr Voce VociMenu[] = {
-    {Radice, u"MFile", 117, u"", u"", true},
+    {Radice, u"MFile", 117, u"", u"F", true},
     {u"MFile", u"MenuFile(0)", 1, u"nuovo", u"Ctrl+N"},
     {u"MFile", u"MenuFile(1)", 2, u"apri", u"Ctrl+O"},
     {u"MFile", u"MenuFile(2)", 3, u"chiudi", u"", false, true},
@@ -25,7 +25,7 @@ constexpr Voce VociMenu[] = {
     {u"MFile", u""},
     {u"MFile", u"MenuFile(11)", 8, u"esci", u""},
 
-    {Radice, u"Medit", 119, u"", u"", true},
+    {Radice, u"Medit", 119, u"", u"E", true},
     {u"Medit", u"MenuEdit(0)", 9, u"annulla", u""},
     {u"Medit", u"MenuEdit(1)", 10, u"ripristina", u""},
     {u"Medit", u""},
@@ -40,7 +40,7 @@ constexpr Voce VociMenu[] = {
     {u"Medit", u"MenuEdit(11)", 17, u"ripeti_trova", u"F3"},
     {u"Medit", u"MenuEdit(12)", 18, u"sostituisci", u""},
 
-    {Radice, u"MFormato", 62, u"", u"", true},
+    {Radice, u"MFormato", 62, u"", u"O", true},
     {u"MFormato", u"MAlliniamento", 19, u"allinea_sinistra", u"", true},
     {u"MAlliniamento", u"MenuAllineamento(0)", 20, u"allinea_sinistra", u""},
     {u"MAlliniamento", u"MenuAllineamento(1)", 21, u"allinea_centro", u""},
@@ -49,7 +49,7 @@ constexpr Voce VociMenu[] = {
     {u"MFormato", u"MenuFormato(0)", 27, u"elenco_puntato", u""},
     {u"MFormato", u"MenuFormato(1)", 28, u"elenco_numerato", u""},
 
-    {Radice, u"Mtag", 118, u"", u"", true},
+    {Radice, u"Mtag", 118, u"", u"A", true},
     {u"Mtag", u"MComuni", 30, u"tag", u"", true},
     {u"MComuni", u"MenuComuni(0)", 33, u"riga_vuota", u""},
     {u"MComuni", u"MenuComuni(1)", 34, u"spazio", u""},
@@ -78,7 +78,7 @@ constexpr Voce VociMenu[] = {
     {u"MForm", u"MenuForm(6)", 49, u"pulsante", u""},
     {u"MForm", u"MenuForm(7)", 50, u"etichetta", u""},
 
-    {Radice, u"Mstrumenti", 63, u"", u"", true},
+    {Radice, u"Mstrumenti", 63, u"", u"T", true},
     {u"Mstrumenti", u"MenuStrumenti(0)", 56, u"verifica_sintassi", u""},
     {u"Mstrumenti", u"MenuStrumenti(1)", 57, u"verifica_collegamenti", u"", false, true},
     {u"Mstrumenti", u"MenuStrumenti(2)", 58, u"aggiorna_anteprima", u""},
@@ -87,7 +87,7 @@ constexpr Voce VociMenu[] = {
     {u"Mstrumenti", u""},
     {u"Mstrumenti", u"MenuStrumenti(6)", 307, u"", u""},
 
-    {Radice, u"MHelp", 0, u"", u"", true},
+    {Radice, u"MHelp", 0, u"", u"H", true},
     {u"MHelp", u"MenuHelp(0)", 61, u"informazioni_su", u""},
 
     {u"MPopUp", u"MenuPopUp(0)", 11, u"taglia", u"", false, false, u"MenuEdit(3)"},

@@ -15,7 +15,7 @@ struct Voce {
     QStringView comando{}; ///< the item's own name, or that of the submenu it opens; empty: a separator
     qint16 messaggio = 0;
     QStringView icona{}; ///< empty: none
-    QStringView tasti{}; ///< shortcut in portable form; empty: none
+    QStringView tasti{}; ///< shortcut in portable form, of a menu the letter that opens it with Alt; empty: none
     bool sottomenu = false;
     bool nascosta = false; ///< switched off by the design
     QStringView svolge{};  ///< the command that it stands for, when that is another one's

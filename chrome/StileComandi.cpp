@@ -2,6 +2,8 @@
 
 #include "chrome/Colori.h"
 
+#include <QAction>
+#include <QMenuBar>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
@@ -37,6 +39,16 @@ void Contorno(QPainter &p, const QStyleOption &o, const QRect &r, qreal raggio)
                               : Colori::Linea,
                   fuoco ? 2 : 1));
     p.drawRoundedRect(Mezzo(r, fuoco ? 1 : 0.5), raggio, raggio);
+}
+
+/// The caption of a menu with its letter marked; see Comandi.
+QString ConLettera(QString testo, const QStyleOption &o, const QWidget *widget)
+{
+    const auto *barra = qobject_cast<const QMenuBar *>(widget);
+    const QAction *voce = barra ? barra->actionAt(o.rect.center()) : nullptr;
+    const QString lettera = voce ? voce->property("lettera").toString() : QString();
+    const qsizetype posto = lettera.isEmpty() ? -1 : testo.indexOf(lettera, 0, Qt::CaseInsensitive);
+    return posto < 0 ? testo : testo.insert(posto, u'&');
 }
 
 void Pulsante(QPainter &p, const QStyleOption &o)
@@ -228,7 +240,7 @@ bool StileVelloro::DisegnaMenu(ControlElement elemento, const QStyleOption &o, Q
         if ((o.state & State_Selected) && Acceso(o))
             Rilievo(p, o.rect.adjusted(0, 1, 0, -1), o.state & State_Sunken ? Colori::Intestazione : Colori::Carta);
         const int modo = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine;
-        drawItemText(&p, o.rect, modo, o.palette, Acceso(o), voce->text, QPalette::ButtonText);
+        drawItemText(&p, o.rect, modo, o.palette, Acceso(o), ConLettera(voce->text, o, widget), QPalette::ButtonText);
         return true;
     }
     case CE_MenuItem: {

@@ -67,8 +67,9 @@ private slots:
     {
         FrmStart finestra;
         Avvia(finestra);
-        // "Formato" comes after "File" and has its second letter.
-        for (const auto &[tasto, menu] : {std::pair('f', u"MFile"_s), std::pair('o', u"MFormato"_s)}) {
+        for (const auto &[tasto, menu] :
+             {std::pair('f', u"MFile"_s), std::pair('e', u"Medit"_s), std::pair('o', u"MFormato"_s),
+              std::pair('a', u"Mtag"_s), std::pair('t', u"Mstrumenti"_s), std::pair('h', u"MHelp"_s)}) {
             QTest::keyClick(&finestra, tasto, Qt::AltModifier);
             auto *aperto = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             QVERIFY(aperto);
