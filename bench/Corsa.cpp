@@ -77,9 +77,8 @@ Valore Corsa::FinoAllaFinestra()
 
 Corsa::Disegno Corsa::FinoAlDisegno(const QRect &testo)
 {
-    quint64 figura = m_schermo.Figura();
-    quint64 figuraPrima = figura; // a caret that blinks brings back the one before: that is no change
-    quint64 figuraTesto = m_schermo.Figura(testo);
+    QByteArray figura = m_schermo.Figura();
+    QByteArray figuraTesto = m_schermo.Figura(testo);
     double ultima = Trascorsi();
     double ultimaTesto = ultima;
     // While the program works at something the picture is not complete, however still it stands.
@@ -88,19 +87,18 @@ Corsa::Disegno Corsa::FinoAlDisegno(const QRect &testo)
     while (Trascorsi() < Pazienza && m_processo.state() == QProcess::Running) {
         std::this_thread::sleep_for(5ms);
         m_processo.waitForFinished(0);
-        const quint64 adessoTesto = m_schermo.Figura(testo);
-        if (std::exchange(figuraTesto, adessoTesto) != adessoTesto)
+        if (const QByteArray adesso = m_schermo.Figura(testo); Schermo::Altra(figuraTesto, adesso)) {
+            figuraTesto = adesso;
             ultimaTesto = Trascorsi();
-        const quint64 adesso = m_schermo.Figura();
-        const bool cambiata = adesso != figura && adesso != figuraPrima;
-        if (adesso != figura)
-            figuraPrima = std::exchange(figura, adesso);
-        if (cambiata)
+        }
+        if (const QByteArray adesso = m_schermo.Figura(); Schermo::Altra(figura, adesso)) {
+            figura = adesso;
             ultima = Trascorsi();
-        else if (Trascorsi() - dal <= Quiete)
+        } else if (Trascorsi() - dal <= Quiete) {
             continue;
-        else if (Processore() - lavoro < Quiete / 4)
-            return {ultima, figuraTesto != 0 ? Valore(ultimaTesto) : std::nullopt};
+        } else if (Processore() - lavoro < Quiete / 4) {
+            return {ultima, figuraTesto.isEmpty() ? std::nullopt : Valore(ultimaTesto)};
+        }
         dal = Trascorsi();
         lavoro = Processore();
     }
@@ -132,7 +130,7 @@ Valore Corsa::Battitura()
     if (!Xdotool({u"mousemove"_s, QString::number(dove.x()), QString::number(dove.y()), u"click"_s, u"1"_s}))
         return std::nullopt;
     std::this_thread::sleep_for(500ms);
-    const quint64 figura = m_schermo.Figura();
+    const QByteArray figura = m_schermo.Figura();
     const double prima = Processore();
     if (!Xdotool({u"type"_s, u"--delay"_s, u"25"_s, QString(lettere, u'e')}))
         return std::nullopt;

@@ -2,6 +2,8 @@
 
 #include "bench/Misura.h"
 
+#include <cstring>
+
 #include <poll.h>
 
 #include <X11/Xlib.h>
@@ -39,30 +41,40 @@ Schermo::Finestra Schermo::Visibile() const
     return Cerca(DefaultRootWindow(m_display), 0);
 }
 
-quint64 Schermo::Figura() const
+QByteArray Schermo::Figura() const
 {
     return Figura(QRect(0, 0, DisplayWidth(m_display, DefaultScreen(m_display)),
                         DisplayHeight(m_display, DefaultScreen(m_display))));
 }
 
-quint64 Schermo::Figura(const QRect &parte) const
+QByteArray Schermo::Figura(const QRect &parte) const
 {
     constexpr int Passo = 8;
     const QRect schermo(0, 0, DisplayWidth(m_display, DefaultScreen(m_display)),
                         DisplayHeight(m_display, DefaultScreen(m_display)));
+    QByteArray figura;
     if (parte.isEmpty() || !schermo.contains(parte))
-        return 0;
-    quint64 somma = 1469598103934665603ULL;
+        return figura;
     for (int riga = parte.top() + Passo / 2; riga <= parte.bottom(); riga += Passo) {
         XImage *immagine = XGetImage(m_display, DefaultRootWindow(m_display), parte.x(), riga, unsigned(parte.width()),
                                      1, AllPlanes, ZPixmap);
         if (!immagine)
             continue;
-        for (int i = 0; i < immagine->bytes_per_line; ++i)
-            somma = (somma ^ quint8(immagine->data[i])) * 1099511628211ULL;
+        figura.append(immagine->data, immagine->bytes_per_line);
         XDestroyImage(immagine);
     }
-    return somma;
+    return figura;
+}
+
+bool Schermo::Altra(const QByteArray &una, const QByteArray &altra)
+{
+    constexpr double Ornamento = 0.003; // a caret, a moving ornament
+    if (una.size() != altra.size())
+        return true;
+    qsizetype diversi = 0;
+    for (qsizetype i = 0; i < una.size(); i += 4)
+        diversi += std::memcmp(una.constData() + i, altra.constData() + i, 4) != 0 ? 1 : 0;
+    return double(diversi) * 4 > double(una.size()) * Ornamento;
 }
 
 QPoint Schermo::Angolo(Finestra finestra) const

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QByteArray>
 #include <QPoint>
 #include <QRect>
 
@@ -23,10 +24,12 @@ public:
 
     /// The first visible window of some size, or 0.
     [[nodiscard]] Finestra Visibile() const;
-    /// A sum over every eighth row of pixels of the screen.
-    [[nodiscard]] quint64 Figura() const;
-    /// The same of that part of the screen alone; 0 when there is no such part.
-    [[nodiscard]] quint64 Figura(const QRect &parte) const;
+    /// Every eighth row of pixels of the screen.
+    [[nodiscard]] QByteArray Figura() const;
+    /// The same of that part of the screen alone; empty when there is no such part.
+    [[nodiscard]] QByteArray Figura(const QRect &parte) const;
+    /// Whether more than a caret or a moving ornament tells one picture from another.
+    [[nodiscard]] static bool Altra(const QByteArray &una, const QByteArray &altra);
     /// Where the window's top left corner is on the screen.
     [[nodiscard]] QPoint Angolo(Finestra finestra) const;
     /// The colour of that pixel of the screen, 0xRRGGBB.
