@@ -13,7 +13,7 @@ QString Registro_Di_Windows::LeggiValore(HKey radice, QStringView chiave, QStrin
     HKey aperta = 0;
     if (RegOpenKey(radice, chiave, aperta) != Successo)
         aperta = 0;
-    const QString testo = InterrogaValore(aperta, nomeValore);
+    QString testo = InterrogaValore(aperta, nomeValore);
     RegCloseKey(aperta);
     return testo;
 }
