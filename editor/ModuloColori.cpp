@@ -26,8 +26,10 @@ void RegolaInizioCommento(RichTextBox &editor)
     const int caretto = editor.SelStart();
     if (caretto < 3)
         return;
-    if (editor.Parte(caretto - 3, 3) == u"<!-")
-        editor.Colora(caretto - 3, 3, SchemaColori::Commento);
+    // Selecting ends the typing colour, so that what is typed next goes on in grey wherever the caret can stand.
+    editor.Seleziona(caretto - 3, 3);
+    if (editor.SelText() == u"<!-")
+        editor.ImpostaSelColor(SchemaColori::Commento);
     editor.ImpostaSelStart(caretto + 1);
 }
 
