@@ -27,16 +27,17 @@ public:
     /// of the blocks painted before are given back. Qt alone would shape every line in view at every painting.
     void Trattieni(int primo, int ultimo)
     {
+        // The blocks in view may be others than last time under the same numbers, so each is told every time.
+        QTextBlock blocco = document()->findBlockByNumber(primo);
+        for (int numero = primo; numero <= ultimo && blocco.isValid(); ++numero, blocco = blocco.next())
+            blocco.layout()->setCacheEnabled(true);
         if (primo == m_primo && ultimo == m_ultimo)
             return;
-        QTextBlock blocco = document()->findBlockByNumber(m_primo);
+        blocco = document()->findBlockByNumber(m_primo);
         for (int numero = m_primo; numero <= m_ultimo && blocco.isValid(); ++numero, blocco = blocco.next()) {
             if ((numero < primo || numero > ultimo) && blocco.layout()->cacheEnabled())
                 Libera(*blocco.layout());
         }
-        blocco = document()->findBlockByNumber(primo);
-        for (int numero = primo; numero <= ultimo && blocco.isValid(); ++numero, blocco = blocco.next())
-            blocco.layout()->setCacheEnabled(true);
         m_primo = primo;
         m_ultimo = ultimo;
     }

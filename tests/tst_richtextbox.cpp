@@ -127,6 +127,7 @@ class TstRichTextBox : public QObject
 
 private slots:
     void textComesOutAsPutIn();
+    void lineEndsThatMeetBecomeOne();
     void randomEditsFollowTheModel_data();
     void randomEditsFollowTheModel();
     void keysFollowTheModel();
@@ -563,6 +564,22 @@ void TstRichTextBox::coloursReachTheScreen()
     controllo.Sostituisci(0, 1, u"x"_s);
     QCOMPARE(cambi.size(), 1);
     QVERIFY(cambi.first().at(2).toInt() <= 2);
+}
+
+// A lone CR and a lone LF that come to stand side by side are one line end, by a key and by a replacement.
+void TstRichTextBox::lineEndsThatMeetBecomeOne()
+{
+    RichTextBox controllo;
+    controllo.ImpostaText(u"a\rX\nb"_s);
+    QCOMPARE(controllo.document()->blockCount(), 3);
+    controllo.ImpostaSelStart(2);
+    QTest::keyClick(&controllo, Qt::Key_Delete);
+    QCOMPARE(controllo.Text(), u"a\r\nb"_s);
+    QCOMPARE(controllo.document()->blockCount(), 2);
+    controllo.ImpostaText(u"a\rX\nb"_s);
+    controllo.Sostituisci(2, 1, {});
+    QCOMPARE(controllo.Text(), u"a\r\nb"_s);
+    QCOMPARE(controllo.document()->blockCount(), 2);
 }
 
 QTEST_MAIN(TstRichTextBox)
