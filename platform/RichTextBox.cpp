@@ -26,8 +26,11 @@ RichTextBox::RichTextBox(QWidget *parent) : QPlainTextEdit(parent)
     m_disposizione = new Disposizione(documento);
     documento->setDocumentLayout(m_disposizione);
     documento->setUndoRedoEnabled(false);
+    const QSize vista = viewport()->size();
+    viewport()->resize(Disposizione::LarghezzaRiga, vista.height());
     setDocument(documento);
     setLineWrapMode(QPlainTextEdit::NoWrap);
+    viewport()->resize(vista);
     setFrameShape(QFrame::NoFrame);
 
     QPalette tavolozza = palette();

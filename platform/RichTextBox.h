@@ -176,6 +176,7 @@ protected:
     void focusOutEvent(QFocusEvent *evento) override;
     void inputMethodEvent(QInputMethodEvent *evento) override;
     void paintEvent(QPaintEvent *evento) override;
+    void resizeEvent(QResizeEvent *evento) override;
     [[nodiscard]] QMimeData *createMimeDataFromSelection() const override;
     [[nodiscard]] bool canInsertFromMimeData(const QMimeData *dati) const override;
     void insertFromMimeData(const QMimeData *dati) override;
@@ -222,6 +223,7 @@ private:
 
     // RTF (RichTextBoxRtf.cpp)
     void SegnaRtf(int da, int coda) const;
+    void RiscriviRtf(int da, int fine, size_t primaRiga, size_t oltreRiga) const;
     [[nodiscard]] int InizioRigaDi(int posizione) const;
     [[nodiscard]] int FineRigaDi(int posizione) const;
     void MettiContenuto(int da, int fine, const Rtf::Contenuto &contenuto);

@@ -4,6 +4,7 @@
 
 #include "platform/Disposizione.h"
 
+#include <QResizeEvent>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -174,4 +175,11 @@ void RichTextBox::paintEvent(QPaintEvent *evento)
     m_ridisegnoChiesto = false;
     AggiornaBlocchiVisibili();
     QPlainTextEdit::paintEvent(evento);
+}
+
+// To Qt the width stays the same: for a new one it would lay out every line, though none wraps (see Disposizione).
+void RichTextBox::resizeEvent(QResizeEvent *evento)
+{
+    QResizeEvent inAltezza(evento->size(), {evento->size().width(), evento->oldSize().height()});
+    QPlainTextEdit::resizeEvent(&inAltezza);
 }

@@ -7,6 +7,13 @@
 
 #include <algorithm>
 
+namespace
+{
+
+constexpr int LunghezzaTratto = 16384; ///< units of text whose RTF is written at once, and the rest of their last line
+
+} // namespace
+
 void RichTextBox::SegnaRtf(int da, int coda) const
 {
     if (m_rtfDa < 0) {
@@ -48,31 +55,44 @@ const ContenutoRtf &RichTextBox::ContenutoRTF() const
     const int fine = std::max(da, FineRigaDi(std::min(Lunghezza(), Lunghezza() - m_rtfCoda + 1)));
     const size_t righePrima = size_t(GetLineFromChar(da));
     const size_t righeDopo = fine == Lunghezza() ? 0 : size_t(NumeroRighe() - GetLineFromChar(fine));
-
-    const QString testo = Parte(da, fine - da);
-    std::vector<quint8> aspetti(size_t(fine - da) + 1);
-    m_aspetti.copy(da, fine - da, aspetti.data());
-    QString nuovo;
-    nuovo.reserve(testo.size() + testo.size() / 4 + 64);
-    std::vector<int> lunghezze;
-    for (qsizetype i = 0; i < testo.size();) {
-        qsizetype j = i;
-        while (j < testo.size() && testo[j] != u'\n' && testo[j] != u'\r')
-            ++j;
-        if (j < testo.size())
-            j += testo[j] == u'\r' && j + 1 < testo.size() && testo[j + 1] == u'\n' ? 2 : 1;
-        const qsizetype prima = nuovo.size();
-        Rtf::ScriviRiga(nuovo, QStringView(testo).sliced(i, j - i), aspetti.data() + i, m_tabella);
-        lunghezze.push_back(int(nuovo.size() - prima));
-        i = j;
-    }
-    // The line after the last line end counts as a line, though nothing stands in it.
-    if (fine == Lunghezza() && (testo.isEmpty() || testo.back() == u'\n' || testo.back() == u'\r'))
-        lunghezze.push_back(0);
-    m_rtf.SostituisciRighe(righePrima, m_rtf.Righe() - righeDopo, nuovo, lunghezze);
+    RiscriviRtf(da, fine, righePrima, m_rtf.Righe() - righeDopo);
     m_rtfDa = -1;
     m_rtfCoda = 0;
     return m_rtf;
+}
+
+// Piece by piece: the RTF of a large page as one text would be copied, and its memory cleared, several times over.
+void RichTextBox::RiscriviRtf(int da, int fine, size_t primaRiga, size_t oltreRiga) const
+{
+    QString rtf;
+    std::vector<int> lunghezze;
+    std::vector<quint8> aspetti;
+    do {
+        const int fineTratto = std::max(da, FineRigaDi(std::max(da, std::min(da + LunghezzaTratto, fine) - 1)));
+        const QString testo = Parte(da, fineTratto - da);
+        aspetti.resize(size_t(testo.size()) + 1);
+        m_aspetti.copy(da, testo.size(), aspetti.data());
+        rtf.resize(0);
+        lunghezze.clear();
+        for (qsizetype i = 0; i < testo.size();) {
+            qsizetype j = i;
+            while (j < testo.size() && testo[j] != u'\n' && testo[j] != u'\r')
+                ++j;
+            if (j < testo.size())
+                j += testo[j] == u'\r' && j + 1 < testo.size() && testo[j + 1] == u'\n' ? 2 : 1;
+            const qsizetype prima = rtf.size();
+            Rtf::ScriviRiga(rtf, QStringView(testo).sliced(i, j - i), aspetti.data() + i, m_tabella);
+            lunghezze.push_back(int(rtf.size() - prima));
+            i = j;
+        }
+        da = fineTratto;
+        // The line after the last line end counts as a line, though nothing stands in it.
+        if (da == Lunghezza() && (testo.isEmpty() || testo.back() == u'\n' || testo.back() == u'\r'))
+            lunghezze.push_back(0);
+        m_rtf.SostituisciRighe(primaRiga, oltreRiga, rtf, lunghezze);
+        primaRiga += lunghezze.size();
+        oltreRiga = primaRiga;
+    } while (da < fine);
 }
 
 bool RichTextBox::ImpostaTextRTF(const QString &rtf)

@@ -28,10 +28,12 @@ void Apri(QString &rtf, const Aspetto &aspetto)
     rtf += u'{';
     bool esatto = true;
     if (aspetto.colore != 0) {
-        const auto posto = std::min_element(ColoriTestata.begin(), ColoriTestata.end(), [&](ColoreBgr a, ColoreBgr b) {
-            return Distanza(a, aspetto.colore) < Distanza(b, aspetto.colore);
-        });
-        esatto = *posto == aspetto.colore;
+        const auto *posto = std::find(ColoriTestata.begin(), ColoriTestata.end(), aspetto.colore);
+        esatto = posto != ColoriTestata.end();
+        if (!esatto)
+            posto = std::min_element(ColoriTestata.begin(), ColoriTestata.end(), [&](ColoreBgr a, ColoreBgr b) {
+                return Distanza(a, aspetto.colore) < Distanza(b, aspetto.colore);
+            });
         rtf += u"\\cf"_s;
         rtf += QString::number(posto - ColoriTestata.begin() + 1);
     }
@@ -50,15 +52,19 @@ void Apri(QString &rtf, const Aspetto &aspetto)
     }
 }
 
-void Carattere(QString &rtf, char16_t unita)
+/// Whether RTF writes the unit as it is.
+bool Letterale(char16_t unita)
+{
+    return unita >= 0x20 && unita < 0x7F && unita != u'\\' && unita != u'{' && unita != u'}';
+}
+
+void Altro(QString &rtf, char16_t unita)
 {
     if (unita == u'\\' || unita == u'{' || unita == u'}') {
         rtf += u'\\';
         rtf += QChar(unita);
     } else if (unita == u'\t') {
         rtf += u"\\tab "_s;
-    } else if (unita >= 0x20 && unita < 0x7F) {
-        rtf += QChar(unita);
     } else {
         rtf += u"\\u"_s;
         rtf += QString::number(qint16(unita));
@@ -99,9 +105,15 @@ void Rtf::ScriviRiga(QString &rtf, QStringView riga, const quint8 *aspetti, cons
             Apri(rtf, tabella[aspetto]);
         corrente = aspetto;
     };
-    for (qsizetype i = 0; i < fine; ++i) {
+    for (qsizetype i = 0; i < fine;) {
         passaA(aspetti[i]);
-        Carattere(rtf, riga[i].unicode());
+        qsizetype letterali = i;
+        while (letterali < fine && aspetti[letterali] == corrente && Letterale(riga[letterali].unicode()))
+            ++letterali;
+        rtf += riga.sliced(i, letterali - i);
+        if (letterali == i)
+            Altro(rtf, riga[letterali++].unicode());
+        i = letterali;
     }
     if (cr || lf) {
         passaA(aspetti[fine]);
