@@ -66,8 +66,8 @@ void FrmStart::CollegaPagina()
     connect(m_pagina, &PaginaCorrente::Caricata, this, [this] {
         m_pannello1->clear();
         ControllaSintassi();
-        AggiornaAnteprima(false);
     });
+    connect(m_pagina, &PaginaCorrente::InVista, this, [this] { AggiornaAnteprima(false); });
     connect(m_pagina, &PaginaCorrente::Salvata, this, [this] { m_recupero->Salvata(); });
     connect(m_pagina, &PaginaCorrente::Aperta, this, [this](const QString &percorso) {
         MostraTempoCaricamento(percorso);

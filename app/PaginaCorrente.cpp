@@ -5,6 +5,8 @@
 #include "app/TabellaLingua.h"
 #include "dialogs/PaginaVuota.h"
 #include "editor/Recupero.h"
+#include "html/Risultati.h"
+#include "html/VerificaSintassi.h"
 #include "platform/Dialoghi.h"
 #include "platform/File_System.h"
 #include "platform/RichTextBox.h"
@@ -21,6 +23,8 @@ namespace
 {
 
 constexpr QStringView Estensione = u"dat"; // what Save As gives a name without one
+constexpr qsizetype PaginaGrande = 2'000'000; // units; taking in more is felt as a wait
+constexpr qsizetype InizioMostrato = 32'768;  // units; more than a screen of any size
 const QString FiltroPagine = u"HTML / ASP (*.html, *.htm, *.asp)\0*.html;*.htm;*.asp\0\0"_s;
 
 /// Where the file dialogs begin: beside the page.
@@ -96,11 +100,8 @@ bool PaginaCorrente::Apri(const QString &percorso)
         if (testo.isEmpty())
             return false;
     }
-    emit InApertura();
-    m_pad->ImpostaText(testo);
-    m_formato = formato;
+    Metti(testo, formato);
     m_nuova = false;
-    emit Caricata();
     if (!formato.dichiarata.isEmpty() && formato.dichiarata != formato.codifica && formato.codifica == u"windows-1252")
         emit Avviso(Messaggio(343).arg(formato.dichiarata));
     else if (formato.altriFineRiga)
@@ -111,6 +112,30 @@ bool PaginaCorrente::Apri(const QString &percorso)
     emit TitoloCambiato();
     emit Aperta(percorso);
     return bool(esito);
+}
+
+/// The reader waits for nothing but the text: the preview takes the page in when it is on the screen.
+void PaginaCorrente::Metti(const QString &testo, const FormatoPagina &formato)
+{
+    emit InApertura();
+    if (testo.size() > PaginaGrande)
+        MostraInizio(testo);
+    m_pad->Ridisegna(false); // not before it has its colours
+    m_pad->ImpostaText(testo);
+    m_formato = formato;
+    emit Caricata();
+    m_pad->Ridisegna(true);
+    m_pad->parentWidget()->repaint();
+    emit InVista();
+}
+
+/// What is read first stands there, in its colours, while the control takes in the whole page.
+void PaginaCorrente::MostraInizio(const QString &testo)
+{
+    m_pad->ImpostaText(testo.first(testo.lastIndexOf(u'\n', InizioMostrato) + 1));
+    ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, false);
+    ModuloVerificaSintassi::AzzeraRisultati();
+    m_pad->parentWidget()->repaint();
 }
 
 void PaginaCorrente::AvvisaLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito) const
@@ -222,7 +247,6 @@ void PaginaCorrente::Iniziata()
 
 void PaginaCorrente::Recupera(const PaginaRecuperata &pagina)
 {
-    emit InApertura();
     // Compared with what is on the disk, the page is modified: closing will ask.
     QString salvato;
     FormatoPagina formato;
@@ -230,9 +254,7 @@ void PaginaCorrente::Recupera(const PaginaRecuperata &pagina)
         salvato = PaginaVuota::Testo();
     if (formato.codifica.isEmpty())
         formato.codifica = pagina.codifica;
-    m_pad->ImpostaText(pagina.testo);
-    m_formato = formato;
-    emit Caricata();
+    Metti(pagina.testo, formato);
     Stato().FileCorrente = pagina.FileCorrente;
     Stato().FileSalvato.clear();
     Stato().TestoSalvato = salvato;

@@ -42,8 +42,10 @@ public:
 signals:
     /// The text of an opened page is about to replace the page's.
     void InApertura();
-    /// The opened page stands in the editor; it is not yet the current file.
+    /// The opened page stands in the editor, not on the screen yet; it is not yet the current file.
     void Caricata();
+    /// It is on the screen now.
+    void InVista();
     /// An opened page has become the current file.
     void Aperta(const QString &percorso);
     /// The page stands in a file as it is now.
@@ -58,6 +60,8 @@ private:
     bool Scrivi(const QString &percorso);
     [[nodiscard]] bool SenzaFile() const; ///< Save has to ask for a name
     [[nodiscard]] qint16 MessaggioSalvata(const QString &percorso) const;
+    void Metti(const QString &testo, const FormatoPagina &formato);
+    void MostraInizio(const QString &testo);
     void AvvisaLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito) const;
     void AvvisaScrittura(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito) const;
     [[nodiscard]] QString Filtro() const;

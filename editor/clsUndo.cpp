@@ -269,6 +269,9 @@ void clsUndo::AlCambio()
 
 void clsUndo::AlTick()
 {
+    // A check that lets timers run is half-way through its colours.
+    if (ModuloDichiarazioni::Stato().ControlloInCorso)
+        return;
     if (m_timer)
         m_timer->stop();
     if (m_tracking)
