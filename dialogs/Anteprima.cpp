@@ -21,6 +21,7 @@ namespace
 {
 
 constexpr qint64 MinimoMostrato = 50;    // bytes
+constexpr auto Ripresa = 10ms;           // until the engine's turn is looked for again
 constexpr auto Limite = 1000ms;          // after that, a navigation is looked after
 constexpr auto Pazienza = 2000ms;        // how long a page may keep silent,
 constexpr auto PazienzaPerMega = 1500ms; // more for large ones, whose layout is one long step
@@ -86,6 +87,11 @@ bool Anteprima::Scrivi(const RichTextBox &controllo)
 
 void Anteprima::CaricaMotore()
 {
+    // A page that is being opened comes first: the engine takes longer to load than the page.
+    if (Stato().ControlloInCorso) {
+        QTimer::singleShot(Ripresa, this, &Anteprima::CaricaMotore);
+        return;
+    }
     QString motivo;
     m_motore = m_caricatore(*this, *m_finestra.Browser(), motivo);
     if (!m_motore) {
