@@ -313,13 +313,16 @@ void tst_Anteprima::SenzaMotore()
             motivo = u"perché"_s;
             return nullptr;
         });
+    const auto *avviso = m_finestra->findChild<QWidget *>(u"Avviso"_s);
+    Stato().ControlloInCorso = true; // a page that is being opened comes first
     emit m_finestra->Pronta();
+    QVERIFY(avviso->isHidden());
+    Stato().ControlloInCorso = false;
+    QTRY_VERIFY(!avviso->isHidden());
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
     anteprima.AggiornaAnteprima(&pad, false);
     QCOMPARE(QFile(Stato().FileAnteprima).size(), 62);
-    const auto *avviso = m_finestra->findChild<QWidget *>(u"Avviso"_s);
-    QVERIFY(!avviso->isHidden());
     QCOMPARE(avviso->toolTip(), u"perché"_s);
 }
 

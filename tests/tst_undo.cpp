@@ -108,6 +108,7 @@ private slots:
         QTest::newRow("F5") << int(Qt::Key_F5) << u"abc| 1/0"_s;
         QTest::newRow("the mouse") << -1 << u"|abc 1/0"_s;
         QTest::newRow("the pause") << -2 << u"abc| 1/0"_s;
+        QTest::newRow("not the pause in the middle of a check") << -3 << u"abc| 0/0"_s;
     }
 
     void eventsEndARun()
@@ -122,7 +123,11 @@ private slots:
             QTest::mouseClick(banco.controllo.viewport(), Qt::LeftButton, {}, {1, 5});
         else if (tasto == -2)
             banco.Pausa();
-        else
+        else if (tasto == -3) {
+            ModuloDichiarazioni::Stato().ControlloInCorso = true;
+            banco.Pausa();
+            ModuloDichiarazioni::Stato().ControlloInCorso = false;
+        } else
             banco.Tasto(Qt::Key(tasto));
         QCOMPARE(banco.Stato(), stato);
         QVERIFY(banco.undo.Undo(100));
