@@ -22,7 +22,7 @@ using ModuloPrincipale::Messaggio;
 namespace
 {
 
-constexpr QStringView Estensione = u"dat"; // what Save As gives a name without one
+constexpr QStringView Estensione = u"dat";    // what Save As gives a name without one
 constexpr qsizetype PaginaGrande = 2'000'000; // units; taking in more is felt as a wait
 constexpr qsizetype InizioMostrato = 32'768;  // units; more than a screen of any size
 const QString FiltroPagine = u"HTML / ASP (*.html, *.htm, *.asp)\0*.html;*.htm;*.asp\0\0"_s;

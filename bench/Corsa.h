@@ -42,7 +42,7 @@ public:
     Valore Battitura();
 
     /// The part of the screen where lines of the page stand, once there is a window.
-    [[nodiscard]] QRect Testo() const { return {m_schermo.Angolo(m_finestra) + QPoint(330, 250), QSize(140, 160)}; }
+    [[nodiscard]] QRect Testo() const { return {m_schermo.Angolo(m_finestra) + QPoint(330, 170), QSize(140, 140)}; }
 
     /// Proportional resident megabytes, of the program and the programs that it started.
     [[nodiscard]] Valore Memoria() const;

@@ -4,6 +4,7 @@
 
 #include "html/Risultati.h"
 #include "platform/RichTextBox.h"
+#include "Colonne.h"
 
 #include <QTest>
 
@@ -46,14 +47,12 @@ private slots:
 
     void currentTag_data()
     {
-        QTest::addColumn<QString>("testo");
-        QTest::addColumn<QString>("atteso");
+        Colonne<QString, QString>({"testo", "atteso"});
         QTest::newRow("only the tag around the caret") << u"  <b><b |><b>"_s << u"  <b><tt><b>"_s;
         QTest::newRow("attributes and values")
             << u"  <p align=\"left\" |align=x>"_s << u"  <ttaaaaa=\"vvvv\" aaaaa=C>"_s;
         QTest::newRow("not closed: up to the caret") << u"  <p align=left| foo=1"_s << u"  <ttaaaaa=vvvv foo=1"_s;
         QTest::newRow("not closed, at the end of the page") << u"  <table |"_s << u"  <tttttt"_s;
-        QTest::newRow("unknown") << u"  <foo |x=y>"_s << u"  <CCCCx=y>"_s;
         QTest::newRow("right after the bracket") << u"  <|b>"_s << u"  <tt"_s;
         QTest::newRow("before the bracket is another tag") << u"  <b |<p>"_s << u"  <tt<p>"_s;
         QTest::newRow("outside any tag: the last one") << u"  <b> x| <p>"_s << u"  <tt x <p>"_s;
@@ -85,9 +84,7 @@ private slots:
 
     void commentStart_data()
     {
-        QTest::addColumn<QString>("testo");
-        QTest::addColumn<QString>("atteso");
-        QTest::addColumn<int>("caretto");
+        Colonne<QString, QString, int>({"testo", "atteso", "caretto"});
         QTest::newRow("the three characters turn grey") << u"<!-|"_s << u"ccc"_s << 3;
         QTest::newRow("caret goes one further") << u"x<!-|y"_s << u"xccc"_s + u"y"_s << 5;
         QTest::newRow("also without a comment start") << u"<a-|b"_s << u"<a-b"_s << 4;

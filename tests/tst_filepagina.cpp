@@ -1,4 +1,5 @@
 #include "platform/FilePagina.h"
+#include "Colonne.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,37 +14,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace ModuloPrincipale;
-
-class TstFilePagina : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void pageComesBack();
-    void unreadablePaths_data();
-    void unreadablePaths();
-    void emptyTextTouchesNothing();
-    void formatFollowsTheFile();
-    void unwritablePaths_data();
-    void unwritablePaths();
-    void permissionsStay();
-    void writeProtectionHolds();
-    void linksStay();
-    void danglingLinkMakesItsTarget();
-    void circleOfLinks();
-    void noRoomLeavesTheOldPage();
-    void fileInAProtectedFolder();
-    void longestName();
-
-private:
-    [[nodiscard]] QString In(const QString &nome) const { return m_cartella->filePath(nome); }
-    void Metti(const QString &nome, const QByteArray &byte) const;
-    [[nodiscard]] QByteArray Byte(const QString &nome) const;
-    [[nodiscard]] RisultatoScrittura Scrivi(QStringView testo, const QString &nome) const;
-
-    std::unique_ptr<QTemporaryDir> m_cartella;
-};
 
 namespace
 {
@@ -106,236 +76,239 @@ struct stat Stato(const QString &percorso)
 
 } // namespace
 
-void TstFilePagina::init()
+class TstFilePagina : public QObject
 {
-    m_cartella = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_cartella->isValid());
-    Permessi(m_cartella->path(), 0755);
-}
+    Q_OBJECT
 
-void TstFilePagina::Metti(const QString &nome, const QByteArray &byte) const
-{
-    QFile file(In(nome));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(byte), byte.size());
-}
+private slots:
+    void init()
+    {
+        m_cartella = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_cartella->isValid());
+        Permessi(m_cartella->path(), 0755);
+    }
 
-QByteArray TstFilePagina::Byte(const QString &nome) const
-{
-    QFile file(In(nome));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+    void pageComesBack()
+    {
+        const QByteArray byte = "<meta charset=euc-jp>\r\n\xC6\xFC\xCB\xDC\r\n";
+        const QString nome = u"prova è 你 #%20?.html"_s;
+        Metti(nome, byte);
+        QString testo = u"vecchio"_s;
+        FormatoPagina formato;
+        QVERIFY(LeggiFile(In(nome), testo, &formato));
+        QCOMPARE(testo, u"<meta charset=euc-jp>\r\n日本\r"_s);
+        QVERIFY(ScriviTesto(testo, In(nome), formato));
+        QCOMPARE(Byte(nome), byte);
+        QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
 
-RisultatoScrittura TstFilePagina::Scrivi(QStringView testo, const QString &nome) const
-{
-    FormatoPagina formato;
-    return ScriviTesto(testo, In(nome), formato);
-}
+    void unreadablePaths_data()
+    {
+        Colonne<QString, EsitoLettura>({"nome", "esito"});
+        QTest::newRow("missing") << u"manca.html"_s << EsitoLettura::Inesistente;
+        QTest::newRow("folder") << u"cartella"_s << EsitoLettura::Cartella;
+        QTest::newRow("pipe") << u"tubo"_s << EsitoLettura::NonRegolare;
+        QTest::newRow("link to a device") << u"infinito"_s << EsitoLettura::NonRegolare;
+        QTest::newRow("no right") << u"segreto"_s << EsitoLettura::NonLeggibile;
+        QTest::newRow("huge") << u"enorme"_s << EsitoLettura::TroppoGrande;
+    }
 
-void TstFilePagina::pageComesBack()
-{
-    const QByteArray byte = "<meta charset=euc-jp>\r\n\xC6\xFC\xCB\xDC\r\n";
-    const QString nome = u"prova è 你 #%20?.html"_s;
-    Metti(nome, byte);
-    QString testo = u"vecchio"_s;
-    FormatoPagina formato;
-    QVERIFY(LeggiFile(In(nome), testo, &formato));
-    QCOMPARE(testo, u"<meta charset=euc-jp>\r\n日本\r"_s);
-    QVERIFY(ScriviTesto(testo, In(nome), formato));
-    QCOMPARE(Byte(nome), byte);
-    QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-}
+    void unreadablePaths()
+    {
+        QFETCH(QString, nome);
+        QFETCH(EsitoLettura, esito);
+        QVERIFY(QDir().mkdir(In(u"cartella"_s)));
+        QCOMPARE(mkfifo(QFile::encodeName(In(u"tubo"_s)).constData(), 0666), 0);
+        QVERIFY(QFile::link(u"/dev/zero"_s, In(u"infinito"_s)));
+        Metti(u"segreto"_s, "x");
+        Permessi(In(u"segreto"_s), 0);
+        Metti(u"enorme"_s, "x");
+        QVERIFY(QFile::resize(In(u"enorme"_s), MassimoPagina + 1));
 
-void TstFilePagina::unreadablePaths_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<EsitoLettura>("esito");
-    QTest::newRow("missing") << u"manca.html"_s << EsitoLettura::Inesistente;
-    QTest::newRow("in a missing folder") << u"manca/x.html"_s << EsitoLettura::Inesistente;
-    QTest::newRow("folder") << u"cartella"_s << EsitoLettura::Cartella;
-    QTest::newRow("pipe") << u"tubo"_s << EsitoLettura::NonRegolare;
-    QTest::newRow("link to a device") << u"infinito"_s << EsitoLettura::NonRegolare;
-    QTest::newRow("no right") << u"segreto"_s << EsitoLettura::NonLeggibile;
-    QTest::newRow("huge") << u"enorme"_s << EsitoLettura::TroppoGrande;
-}
+        const UtenteComune utente;
+        QString testo = u"vecchio"_s;
+        const RisultatoLettura risultato = LeggiPagina(In(nome), testo);
+        QCOMPARE(risultato.esito, esito);
+        QCOMPARE(testo, QString());
+        QCOMPARE(risultato.motivo.isEmpty(), esito != EsitoLettura::NonLeggibile);
+    }
 
-void TstFilePagina::unreadablePaths()
-{
-    QFETCH(QString, nome);
-    QFETCH(EsitoLettura, esito);
-    QVERIFY(QDir().mkdir(In(u"cartella"_s)));
-    QCOMPARE(mkfifo(QFile::encodeName(In(u"tubo"_s)).constData(), 0666), 0);
-    QVERIFY(QFile::link(u"/dev/zero"_s, In(u"infinito"_s)));
-    Metti(u"segreto"_s, "x");
-    Permessi(In(u"segreto"_s), 0);
-    Metti(u"enorme"_s, "x");
-    QVERIFY(QFile::resize(In(u"enorme"_s), MassimoPagina + 1));
-
-    const UtenteComune utente;
-    QString testo = u"vecchio"_s;
-    const RisultatoLettura risultato = LeggiPagina(In(nome), testo);
-    QCOMPARE(risultato.esito, esito);
-    QCOMPARE(testo, QString());
-    QCOMPARE(risultato.motivo.isEmpty(), esito != EsitoLettura::NonLeggibile);
-}
-
-void TstFilePagina::emptyTextTouchesNothing()
-{
-    Metti(u"a.html"_s, "vecchia");
-    QCOMPARE(Scrivi({}, u"a.html"_s).esito, EsitoScrittura::NienteDaScrivere);
-    QCOMPARE(Byte(u"a.html"_s), "vecchia");
-    QCOMPARE(Scrivi({}, u"b.html"_s).esito, EsitoScrittura::NienteDaScrivere);
-    QVERIFY(!QFile::exists(In(u"b.html"_s)));
-    QVERIFY(Scrivi(u"\r", u"b.html"_s));
-    QCOMPARE(Byte(u"b.html"_s), "\r\n");
-}
-
-void TstFilePagina::formatFollowsTheFile()
-{
-    FormatoPagina formato;
-    RisultatoScrittura risultato = ScriviTesto(u"<meta charset=koi8-r>你", In(u"manca/x"_s), formato);
-    QVERIFY(formato.codifica.isEmpty());
-    QCOMPARE(risultato.sostituiti, 0);
-    risultato = ScriviTesto(u"<meta charset=koi8-r>你", In(u"x"_s), formato);
-    QCOMPARE(formato.codifica, u"KOI8-R"_s);
-    QCOMPARE(risultato.sostituiti, 1);
-    QCOMPARE(Byte(u"x"_s), "<meta charset=koi8-r>&#20320;\r\n");
-}
-
-void TstFilePagina::unwritablePaths_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<EsitoScrittura>("esito");
-    QTest::newRow("folder") << u"cartella"_s << EsitoScrittura::Cartella;
-    QTest::newRow("pipe") << u"tubo"_s << EsitoScrittura::NonRegolare;
-    QTest::newRow("link to a device") << u"pieno"_s << EsitoScrittura::NonRegolare;
-    QTest::newRow("folder is gone") << u"manca/x.html"_s << EsitoScrittura::CartellaMancante;
-    QTest::newRow("folder is a file") << u"file/x.html"_s << EsitoScrittura::CartellaMancante;
-    QTest::newRow("new file in a protected folder") << u"cartella/x.html"_s << EsitoScrittura::NonConsentito;
-}
-
-void TstFilePagina::unwritablePaths()
-{
-    QFETCH(QString, nome);
-    QFETCH(EsitoScrittura, esito);
-    QVERIFY(QDir().mkdir(In(u"cartella"_s)));
-    Permessi(In(u"cartella"_s), 0555);
-    QCOMPARE(mkfifo(QFile::encodeName(In(u"tubo"_s)).constData(), 0666), 0);
-    QVERIFY(QFile::link(u"/dev/full"_s, In(u"pieno"_s)));
-    Metti(u"file"_s, "x");
-    const QStringList prima = QDir(m_cartella->path()).entryList(QDir::AllEntries | QDir::System);
-
-    const UtenteComune utente;
-    const RisultatoScrittura risultato = Scrivi(u"nuova", nome);
-    QCOMPARE(risultato.esito, esito);
-    QVERIFY(!risultato);
-    QCOMPARE(QDir(m_cartella->path()).entryList(QDir::AllEntries | QDir::System), prima);
-    QCOMPARE(Byte(u"file"_s), "x");
-}
-
-void TstFilePagina::permissionsStay()
-{
-    for (const mode_t modo : {0640U, 0666U, 0755U, 0600U}) {
+    void emptyTextTouchesNothing()
+    {
         Metti(u"a.html"_s, "vecchia");
-        Permessi(In(u"a.html"_s), modo);
-        if (geteuid() == 0)
-            QCOMPARE(chown(QFile::encodeName(In(u"a.html"_s)).constData(), UtenteComune::Nessuno, 12345), 0);
-        const auto prima = Stato(In(u"a.html"_s));
-        QVERIFY(Scrivi(u"nuova", u"a.html"_s));
-        const auto dopo = Stato(In(u"a.html"_s));
-        QCOMPARE(dopo.st_mode & 07777, modo);
-        QCOMPARE(dopo.st_uid, prima.st_uid);
-        QCOMPARE(dopo.st_gid, prima.st_gid);
+        QCOMPARE(Scrivi({}, u"a.html"_s).esito, EsitoScrittura::NienteDaScrivere);
+        QCOMPARE(Byte(u"a.html"_s), "vecchia");
+        QCOMPARE(Scrivi({}, u"b.html"_s).esito, EsitoScrittura::NienteDaScrivere);
+        QVERIFY(!QFile::exists(In(u"b.html"_s)));
+        QVERIFY(Scrivi(u"\r", u"b.html"_s));
+        QCOMPARE(Byte(u"b.html"_s), "\r\n");
     }
-}
 
-void TstFilePagina::writeProtectionHolds()
-{
-    Metti(u"a.html"_s, "vecchia");
-    Permessi(In(u"a.html"_s), 0444);
-    QCOMPARE(Scrivi(u"nuova", u"a.html"_s).esito, EsitoScrittura::SolaLettura);
-    QCOMPARE(Byte(u"a.html"_s), "vecchia");
-}
-
-void TstFilePagina::linksStay()
-{
-    QVERIFY(QDir().mkdir(In(u"altrove"_s)));
-    Metti(u"altrove/vera.html"_s, "vecchia");
-    QVERIFY(QFile::link(u"vera.html"_s, In(u"altrove/secondo.html"_s)));
-    QVERIFY(QFile::link(u"altrove/secondo.html"_s, In(u"primo.html"_s)));
-    QVERIFY(Scrivi(u"nuova", u"primo.html"_s));
-    QCOMPARE(Byte(u"altrove/vera.html"_s), "nuova\r\n");
-    QVERIFY(QFileInfo(In(u"primo.html"_s)).isSymLink());
-    QVERIFY(QFileInfo(In(u"altrove/secondo.html"_s)).isSymLink());
-    QVERIFY(!QFileInfo(In(u"altrove/vera.html"_s)).isSymLink());
-}
-
-void TstFilePagina::danglingLinkMakesItsTarget()
-{
-    QVERIFY(QFile::link(u"nuova.html"_s, In(u"primo.html"_s)));
-    QVERIFY(Scrivi(u"nuova", u"primo.html"_s));
-    QCOMPARE(Byte(u"nuova.html"_s), "nuova\r\n");
-    QVERIFY(QFileInfo(In(u"primo.html"_s)).isSymLink());
-}
-
-void TstFilePagina::circleOfLinks()
-{
-    QVERIFY(QFile::link(u"b.html"_s, In(u"a.html"_s)));
-    QVERIFY(QFile::link(u"a.html"_s, In(u"b.html"_s)));
-    const RisultatoScrittura risultato = Scrivi(u"nuova", u"a.html"_s);
-    QCOMPARE(risultato.esito, EsitoScrittura::Fallito);
-    QVERIFY(!risultato.motivo.isEmpty());
-}
-
-void TstFilePagina::noRoomLeavesTheOldPage()
-{
-    Metti(u"a.html"_s, "vecchia");
-    Metti(u"lungo.html"_s, QByteArray(6000, 'v'));
-    RisultatoScrittura risultato;
-    RisultatoScrittura nuova;
+    void formatFollowsTheFile()
     {
-        const LimiteFile limite(4096);
-        risultato = Scrivi(QString(10000, u'n'), u"a.html"_s);
-        nuova = Scrivi(QString(10000, u'n'), u"b.html"_s);
+        FormatoPagina formato;
+        RisultatoScrittura risultato = ScriviTesto(u"<meta charset=koi8-r>你", In(u"manca/x"_s), formato);
+        QVERIFY(formato.codifica.isEmpty());
+        QCOMPARE(risultato.sostituiti, 0);
+        risultato = ScriviTesto(u"<meta charset=koi8-r>你", In(u"x"_s), formato);
+        QCOMPARE(formato.codifica, u"KOI8-R"_s);
+        QCOMPARE(risultato.sostituiti, 1);
+        QCOMPARE(Byte(u"x"_s), "<meta charset=koi8-r>&#20320;\r\n");
     }
-    QCOMPARE(risultato.esito, EsitoScrittura::DiscoPieno);
-    QVERIFY(!risultato.motivo.isEmpty());
-    QCOMPARE(nuova.esito, EsitoScrittura::DiscoPieno);
-    QCOMPARE(Byte(u"a.html"_s), "vecchia");
-    QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files | QDir::Hidden),
-             (QStringList{u"a.html"_s, u"lungo.html"_s}));
-}
 
-// A file that may be written, in a folder that may not: it is overwritten, and a failure leaves the old page.
-void TstFilePagina::fileInAProtectedFolder()
-{
-    QVERIFY(QDir().mkdir(In(u"chiusa"_s)));
-    Metti(u"chiusa/a.html"_s, "una vecchia pagina");
-    Permessi(In(u"chiusa/a.html"_s), 0666);
-    Permessi(In(u"chiusa"_s), 0555);
-    const UtenteComune utente;
-    QVERIFY(Scrivi(u"nuova", u"chiusa/a.html"_s));
-    QCOMPARE(Byte(u"chiusa/a.html"_s), "nuova\r\n");
-    QVERIFY(Scrivi(QString(9000, u'n'), u"chiusa/a.html"_s));
-    QCOMPARE(Byte(u"chiusa/a.html"_s).size(), 9002);
-    RisultatoScrittura risultato;
+    void unwritablePaths_data()
     {
-        const LimiteFile limite(10000);
-        risultato = Scrivi(QString(20000, u'x'), u"chiusa/a.html"_s);
+        Colonne<QString, EsitoScrittura>({"nome", "esito"});
+        QTest::newRow("folder") << u"cartella"_s << EsitoScrittura::Cartella;
+        QTest::newRow("pipe") << u"tubo"_s << EsitoScrittura::NonRegolare;
+        QTest::newRow("link to a device") << u"pieno"_s << EsitoScrittura::NonRegolare;
+        QTest::newRow("folder is gone") << u"manca/x.html"_s << EsitoScrittura::CartellaMancante;
+        QTest::newRow("new file in a protected folder") << u"cartella/x.html"_s << EsitoScrittura::NonConsentito;
     }
-    QCOMPARE(risultato.esito, EsitoScrittura::DiscoPieno);
-    QCOMPARE(risultato.copiaVecchia, QString());
-    QCOMPARE(Byte(u"chiusa/a.html"_s), QByteArray(9000, 'n') + "\r\n");
-}
 
-void TstFilePagina::longestName()
-{
-    const QString nome = QString(250, u'n') + u".html"_s;
-    QVERIFY(Scrivi(u"prima", nome));
-    QVERIFY(Scrivi(u"seconda", nome));
-    QCOMPARE(Byte(nome), "seconda\r\n");
-    QCOMPARE(Scrivi(u"x", nome + u'x').esito, EsitoScrittura::Fallito);
-}
+    void unwritablePaths()
+    {
+        QFETCH(QString, nome);
+        QFETCH(EsitoScrittura, esito);
+        QVERIFY(QDir().mkdir(In(u"cartella"_s)));
+        Permessi(In(u"cartella"_s), 0555);
+        QCOMPARE(mkfifo(QFile::encodeName(In(u"tubo"_s)).constData(), 0666), 0);
+        QVERIFY(QFile::link(u"/dev/full"_s, In(u"pieno"_s)));
+        Metti(u"file"_s, "x");
+        const QStringList prima = QDir(m_cartella->path()).entryList(QDir::AllEntries | QDir::System);
+
+        const UtenteComune utente;
+        const RisultatoScrittura risultato = Scrivi(u"nuova", nome);
+        QCOMPARE(risultato.esito, esito);
+        QVERIFY(!risultato);
+        QCOMPARE(QDir(m_cartella->path()).entryList(QDir::AllEntries | QDir::System), prima);
+        QCOMPARE(Byte(u"file"_s), "x");
+    }
+
+    void permissionsStay()
+    {
+        for (const mode_t modo : {0640U, 0666U, 0755U, 0600U}) {
+            Metti(u"a.html"_s, "vecchia");
+            Permessi(In(u"a.html"_s), modo);
+            if (geteuid() == 0)
+                QCOMPARE(chown(QFile::encodeName(In(u"a.html"_s)).constData(), UtenteComune::Nessuno, 12345), 0);
+            const auto prima = Stato(In(u"a.html"_s));
+            QVERIFY(Scrivi(u"nuova", u"a.html"_s));
+            const auto dopo = Stato(In(u"a.html"_s));
+            QCOMPARE(dopo.st_mode & 07777, modo);
+            QCOMPARE(dopo.st_uid, prima.st_uid);
+            QCOMPARE(dopo.st_gid, prima.st_gid);
+        }
+    }
+
+    void writeProtectionHolds()
+    {
+        Metti(u"a.html"_s, "vecchia");
+        Permessi(In(u"a.html"_s), 0444);
+        QCOMPARE(Scrivi(u"nuova", u"a.html"_s).esito, EsitoScrittura::SolaLettura);
+        QCOMPARE(Byte(u"a.html"_s), "vecchia");
+    }
+
+    void linksStay()
+    {
+        QVERIFY(QDir().mkdir(In(u"altrove"_s)));
+        Metti(u"altrove/vera.html"_s, "vecchia");
+        QVERIFY(QFile::link(u"vera.html"_s, In(u"altrove/secondo.html"_s)));
+        QVERIFY(QFile::link(u"altrove/secondo.html"_s, In(u"primo.html"_s)));
+        QVERIFY(Scrivi(u"nuova", u"primo.html"_s));
+        QCOMPARE(Byte(u"altrove/vera.html"_s), "nuova\r\n");
+        QVERIFY(QFileInfo(In(u"primo.html"_s)).isSymLink());
+        QVERIFY(QFileInfo(In(u"altrove/secondo.html"_s)).isSymLink());
+        // A link to nothing yet makes its target.
+        QVERIFY(QFile::link(u"nuova.html"_s, In(u"pendente.html"_s)));
+        QVERIFY(Scrivi(u"nuova", u"pendente.html"_s));
+        QCOMPARE(Byte(u"nuova.html"_s), "nuova\r\n");
+        QVERIFY(QFileInfo(In(u"pendente.html"_s)).isSymLink());
+    }
+
+    void circleOfLinks()
+    {
+        QVERIFY(QFile::link(u"b.html"_s, In(u"a.html"_s)));
+        QVERIFY(QFile::link(u"a.html"_s, In(u"b.html"_s)));
+        const RisultatoScrittura risultato = Scrivi(u"nuova", u"a.html"_s);
+        QCOMPARE(risultato.esito, EsitoScrittura::Fallito);
+        QVERIFY(!risultato.motivo.isEmpty());
+    }
+
+    void noRoomLeavesTheOldPage()
+    {
+        Metti(u"a.html"_s, "vecchia");
+        Metti(u"lungo.html"_s, QByteArray(6000, 'v'));
+        RisultatoScrittura risultato;
+        RisultatoScrittura nuova;
+        {
+            const LimiteFile limite(4096);
+            risultato = Scrivi(QString(10000, u'n'), u"a.html"_s);
+            nuova = Scrivi(QString(10000, u'n'), u"b.html"_s);
+        }
+        QCOMPARE(risultato.esito, EsitoScrittura::DiscoPieno);
+        QVERIFY(!risultato.motivo.isEmpty());
+        QCOMPARE(nuova.esito, EsitoScrittura::DiscoPieno);
+        QCOMPARE(Byte(u"a.html"_s), "vecchia");
+        QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files | QDir::Hidden),
+                 (QStringList{u"a.html"_s, u"lungo.html"_s}));
+    }
+
+    // A file that may be written, in a folder that may not: it is overwritten, and a failure leaves the old page.
+    void fileInAProtectedFolder()
+    {
+        QVERIFY(QDir().mkdir(In(u"chiusa"_s)));
+        Metti(u"chiusa/a.html"_s, "una vecchia pagina");
+        Permessi(In(u"chiusa/a.html"_s), 0666);
+        Permessi(In(u"chiusa"_s), 0555);
+        const UtenteComune utente;
+        QVERIFY(Scrivi(u"nuova", u"chiusa/a.html"_s));
+        QCOMPARE(Byte(u"chiusa/a.html"_s), "nuova\r\n");
+        QVERIFY(Scrivi(QString(9000, u'n'), u"chiusa/a.html"_s));
+        QCOMPARE(Byte(u"chiusa/a.html"_s).size(), 9002);
+        RisultatoScrittura risultato;
+        {
+            const LimiteFile limite(10000);
+            risultato = Scrivi(QString(20000, u'x'), u"chiusa/a.html"_s);
+        }
+        QCOMPARE(risultato.esito, EsitoScrittura::DiscoPieno);
+        QCOMPARE(risultato.copiaVecchia, QString());
+        QCOMPARE(Byte(u"chiusa/a.html"_s), QByteArray(9000, 'n') + "\r\n");
+    }
+
+    void longestName()
+    {
+        const QString nome = QString(250, u'n') + u".html"_s;
+        QVERIFY(Scrivi(u"prima", nome));
+        QVERIFY(Scrivi(u"seconda", nome));
+        QCOMPARE(Byte(nome), "seconda\r\n");
+        QCOMPARE(Scrivi(u"x", nome + u'x').esito, EsitoScrittura::Fallito);
+    }
+
+private:
+    [[nodiscard]] QString In(const QString &nome) const { return m_cartella->filePath(nome); }
+
+    void Metti(const QString &nome, const QByteArray &byte) const
+    {
+        QFile file(In(nome));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(byte), byte.size());
+    }
+
+    [[nodiscard]] QByteArray Byte(const QString &nome) const
+    {
+        QFile file(In(nome));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    [[nodiscard]] RisultatoScrittura Scrivi(QStringView testo, const QString &nome) const
+    {
+        FormatoPagina formato;
+        return ScriviTesto(testo, In(nome), formato);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_cartella;
+};
 
 QTEST_GUILESS_MAIN(TstFilePagina)
 #include "tst_filepagina.moc"

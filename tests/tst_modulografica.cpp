@@ -2,6 +2,7 @@
 
 #include "chrome/Colori.h"
 #include "chrome/PictureBox.h"
+#include "Colonne.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -86,14 +87,6 @@ QString Stato(const QWidget &c)
                .arg(c.isHidden() ? u"nascosto"_s : QString());
 }
 
-QString Tutto(const QWidget &form)
-{
-    QStringList righe{Stato(form)};
-    for (const QWidget *c : form.findChildren<QWidget *>())
-        righe << Stato(*c);
-    return righe.join(u'\n');
-}
-
 template <typename T, typename... A>
 T *Nuovo(const QString &nome, QWidget &form, A... argomenti)
 {
@@ -111,354 +104,253 @@ class tst_modulografica : public QObject
 
 private slots:
     void initTestCase() { ModuloGrafica::ApplicaStile(*qApp); }
-    void contrasto_data();
-    void contrasto();
-    void icone();
-    void iconeTutteDiverse();
-    void controlli_data();
-    void controlli();
-    void didascaliaPuntini();
-    void intestazione_data();
-    void intestazione();
-    void dueVolte();
-    void dentroGliAltri();
-    void pannelloDisegnato();
-    void disegnoPersistente();
-    void senzaChiudi_data();
-    void senzaChiudi();
-};
 
-void tst_modulografica::contrasto_data()
-{
-    QTest::addColumn<QColor>("testo");
-    QTest::addColumn<QColor>("sfondo");
-    const std::pair<const char *, QColor> sfondi[] = {
-        {"window", Colori::Finestra},     {"panel", Colori::Pannello},
-        {"header", Colori::Intestazione}, {"faded title", Colori::TitoloSpento},
-        {"menu", Colori::Carta},          {"hint", Colori::Avviso},
-        {"field", Colori::Bianco}};
-    for (const auto &[nome, sfondo] : sfondi)
-        QTest::addRow("text on %s", nome) << Colori::Testo << sfondo;
-    QTest::newRow("prompt in an empty field") << Colori::Segnaposto << Colori::Bianco;
-    const QPalette t = qApp->palette();
-    using P = QPalette;
-    for (const auto &[a, b] : {std::pair{P::WindowText, P::Window},
-                               {P::Text, P::Base},
-                               {P::Text, P::AlternateBase},
-                               {P::ButtonText, P::Button},
-                               {P::HighlightedText, P::Highlight},
-                               {P::ToolTipText, P::ToolTipBase},
-                               {P::Link, P::Base}})
-        QTest::addRow("palette %d on %d", a, b) << t.color(P::Active, a) << t.color(P::Active, b);
-}
-
-void tst_modulografica::contrasto()
-{
-    QFETCH(QColor, testo);
-    QFETCH(QColor, sfondo);
-    QVERIFY2(Contrasto(testo, sfondo) >= 4.5, qPrintable(QString::number(Contrasto(testo, sfondo))));
-}
-
-void tst_modulografica::icone()
-{
-    const QStringList servono =
-        u"nuovo apri chiudi salva salva_con_nome stampa anteprima_browser esci annulla ripristina taglia copia incolla "
-        "elimina seleziona_tutto trova ripeti_trova sostituisci allinea_sinistra allinea_centro allinea_destra font "
-        "elenco_puntato elenco_numerato riga_vuota spazio commento linea_orizzontale testata paragrafo immagine sfondo "
-        "collegamento email tabella tag_table tag_tr tag_td tag_th form casella_combinata casella_testo "
-        "pulsante_opzione "
-        "casella_controllo casella_elenco pulsante etichetta verifica_sintassi verifica_collegamenti "
-        "aggiorna_anteprima "
-        "tempo_caricamento statistiche informazioni_su rientro_riduci rientro_aumenta grassetto corsivo sottolineato "
-        "titolo1 titolo2 titolo3 voce_tag voce_attributo voce_evento voce_valore velloro documento risultati anteprima "
-        "modello avviso_informazione avviso_attenzione avviso_errore avviso_domanda"_s.split(u' ');
-    const QStringList nomi = ModuloGrafica::NomiIcone();
-    for (const QString &nome : servono)
-        QVERIFY2(nomi.contains(nome), qPrintable(nome));
-    QVERIFY(ModuloGrafica::Icona(u"manca").isNull());
-
-    for (const QString &nome : nomi) {
-        for (const int lato : {16, 24, 48}) {
-            const QImage figura = Figura(nome, lato);
-            QCOMPARE(figura.size(), QSize(lato, lato));
-            const double pieno = Inchiostro(figura);
-            QVERIFY2(pieno > 0.04, qPrintable(u"%1 at %2: %3"_s.arg(nome).arg(lato).arg(pieno)));
-            QVERIFY2(Inchiostro(Figura(nome, lato, QIcon::Disabled)) < pieno * 0.6, qPrintable(nome));
-        }
+    void contrasto_data()
+    {
+        Colonne<QColor, QColor>({"testo", "sfondo"});
+        const std::pair<const char *, QColor> sfondi[] = {
+            {"window", Colori::Finestra},     {"panel", Colori::Pannello},
+            {"header", Colori::Intestazione}, {"faded title", Colori::TitoloSpento},
+            {"menu", Colori::Carta},          {"hint", Colori::Avviso},
+            {"field", Colori::Bianco}};
+        for (const auto &[nome, sfondo] : sfondi)
+            QTest::addRow("text on %s", nome) << Colori::Testo << sfondo;
+        QTest::newRow("prompt in an empty field") << Colori::Segnaposto << Colori::Bianco;
+        const QPalette t = qApp->palette();
+        using P = QPalette;
+        for (const auto &[a, b] : {std::pair{P::WindowText, P::Window},
+                                   {P::Text, P::Base},
+                                   {P::Text, P::AlternateBase},
+                                   {P::ButtonText, P::Button},
+                                   {P::HighlightedText, P::Highlight},
+                                   {P::ToolTipText, P::ToolTipBase},
+                                   {P::Link, P::Base}})
+            QTest::addRow("palette %d on %d", a, b) << t.color(P::Active, a) << t.color(P::Active, b);
     }
-    const QPixmap doppia = ModuloGrafica::Icona(u"nuovo").pixmap(QSize(24, 24), 2);
-    QCOMPARE(doppia.size(), QSize(48, 48));
-    QCOMPARE(doppia.devicePixelRatio(), 2.0);
-}
 
-void tst_modulografica::iconeTutteDiverse()
-{
-    const QStringList nomi = ModuloGrafica::NomiIcone();
-    for (qsizetype i = 0; i < nomi.size(); ++i) {
-        for (qsizetype j = i + 1; j < nomi.size(); ++j) {
-            const QImage a = Figura(nomi[i], 16), b = Figura(nomi[j], 16);
-            int diversi = 0;
-            for (int y = 0; y < 16; ++y) {
-                for (int x = 0; x < 16; ++x)
-                    diversi += Lontani(a.pixel(x, y), b.pixel(x, y));
+    void contrasto()
+    {
+        QFETCH(QColor, testo);
+        QFETCH(QColor, sfondo);
+        QVERIFY2(Contrasto(testo, sfondo) >= 4.5, qPrintable(QString::number(Contrasto(testo, sfondo))));
+    }
+
+    void icone()
+    {
+        const QStringList nomi = ModuloGrafica::NomiIcone();
+        QVERIFY(nomi.size() > 50);
+        QVERIFY(ModuloGrafica::Icona(u"manca").isNull());
+
+        for (const QString &nome : nomi) {
+            for (const int lato : {16, 24, 48}) {
+                const QImage figura = Figura(nome, lato);
+                QCOMPARE(figura.size(), QSize(lato, lato));
+                const double pieno = Inchiostro(figura);
+                QVERIFY2(pieno > 0.04, qPrintable(u"%1 at %2: %3"_s.arg(nome).arg(lato).arg(pieno)));
+                QVERIFY2(Inchiostro(Figura(nome, lato, QIcon::Disabled)) < pieno * 0.6, qPrintable(nome));
             }
-            QVERIFY2(diversi >= 12, qPrintable(nomi[i] + u" looks like "_s + nomi[j]));
+        }
+        const QPixmap doppia = ModuloGrafica::Icona(u"nuovo").pixmap(QSize(24, 24), 2);
+        QCOMPARE(doppia.size(), QSize(48, 48));
+        QCOMPARE(doppia.devicePixelRatio(), 2.0);
+    }
+
+    void iconeTutteDiverse()
+    {
+        const QStringList nomi = ModuloGrafica::NomiIcone();
+        for (qsizetype i = 0; i < nomi.size(); ++i) {
+            for (qsizetype j = i + 1; j < nomi.size(); ++j) {
+                const QImage a = Figura(nomi[i], 16), b = Figura(nomi[j], 16);
+                int diversi = 0;
+                for (int y = 0; y < 16; ++y) {
+                    for (int x = 0; x < 16; ++x)
+                        diversi += Lontani(a.pixel(x, y), b.pixel(x, y));
+                }
+                QVERIFY2(diversi >= 12, qPrintable(nomi[i] + u" looks like "_s + nomi[j]));
+            }
         }
     }
-}
 
-void tst_modulografica::controlli_data()
-{
-    QTest::addColumn<std::function<QWidget *(QWidget &)>>("crea");
-    QTest::addColumn<QString>("atteso");
-    using F = std::function<QWidget *(QWidget &)>;
-    const auto riga = [](const char *nome, F crea, const QString &atteso) { QTest::newRow(nome) << crea << atteso; };
-    const QString coda = u" pulsante #cdecec base #ffffff testo #033a50 10,10 "_s;
-    const QString testo = u"a Arial 8pt sfondo #cdecec trasparente"_s + coda + u"50x50 "_s;
-
-    riga(
-        "command button: bold, window colour", [](QWidget &f) { return Nuovo<QPushButton>(u"a"_s, f, u"Vai"_s); },
-        u"a Arial 8pt neretto sfondo #a6dcdc trasparente pulsante #a6dcdc base #ffffff testo #033a50 10,10 50x50 "_s);
-    riga(
-        "button captioned ...: regular", [](QWidget &f) { return Nuovo<QPushButton>(u"a"_s, f, u"..."_s); },
-        u"a Arial 8pt sfondo #a6dcdc trasparente pulsante #a6dcdc base #ffffff testo #033a50 10,10 50x50 "_s);
-    riga(
-        "button tagged d: standard size",
-        [](QWidget &f) {
-            auto *b = Nuovo<QPushButton>(u"a"_s, f, u"OK"_s);
-            b->setProperty("Tag", u"d"_s);
-            return b;
-        },
-        u"a Arial 8pt neretto sfondo #a6dcdc trasparente pulsante #a6dcdc base #ffffff testo #033a50 10,10 80x23 "_s);
-    riga(
-        "toolbar button: button face", [](QWidget &f) { return Nuovo<QPushButton>(u"toolBarX"_s, f, u"T"_s); },
-        u"toolBarX Arial 8pt neretto sfondo #a6dcdc trasparente"_s + coda + u"50x50 "_s);
-    riga(
-        "label", [](QWidget &f) { return Nuovo<QLabel>(u"a"_s, f, u"x"_s); }, testo);
-    riga(
-        "option button", [](QWidget &f) { return Nuovo<QRadioButton>(u"a"_s, f, u"x"_s); }, testo);
-    riga(
-        "check box: window colour", [](QWidget &f) { return Nuovo<QCheckBox>(u"a"_s, f, u"x"_s); },
-        u"a Arial 8pt sfondo #a6dcdc trasparente"_s + coda + u"50x50 "_s);
-    riga(
-        "tab strip", [](QWidget &f) { return Nuovo<QTabWidget>(u"a"_s, f); },
-        u"a Arial 8pt sfondo #a6dcdc"_s + coda + u"50x50 "_s);
-    riga(
-        "frame", [](QWidget &f) { return Nuovo<QFrame>(u"a"_s, f); },
-        u"a Arial 8pt sfondo #cdecec"_s + coda + u"50x50 "_s);
-    riga(
-        "list box: white even where the form is not",
-        [](QWidget &f) {
-            auto *l = Nuovo<QListWidget>(u"a"_s, f);
-            QPalette t = l->palette();
-            t.setColor(QPalette::Base, Qt::red);
-            l->setPalette(t);
-            return l;
-        },
-        u"a Arial 8pt sfondo #a6dcdc trasparente"_s + coda + u"50x50 "_s);
-    riga(
-        "panel by name, hidden before",
-        [](QWidget &f) {
-            auto *p = Nuovo<PictureBox>(u"fra(1)"_s, f);
-            p->setFrameShape(QFrame::Box);
-            p->hide();
-            return p;
-        },
-        u"fra(1) Arial 8pt sfondo #cdecec"_s + coda + u"50x50 "_s);
-    riga(
-        "other picture box: as designed", [](QWidget &f) { return Nuovo<PictureBox>(u"Picture1"_s, f); },
-        u"Picture1 Arial 8pt sfondo #a6dcdc trasparente"_s + coda + u"50x50 "_s);
-    riga(
-        "header strip: hidden until its caption is drawn",
-        [](QWidget &f) { return Nuovo<PictureBox>(u"PicIntestazioneFrm2"_s, f); },
-        u"PicIntestazioneFrm2 Arial 8pt neretto sfondo #8ac6de"_s + coda + u"50x20 nascosto"_s);
-}
-
-void tst_modulografica::controlli()
-{
-    QFETCH(std::function<QWidget *(QWidget &)>, crea);
-    QFETCH(QString, atteso);
-    QWidget form;
-    QWidget *controllo = crea(form);
-    controllo->setFont(QFont(u"Courier"_s, 20));
-    ModuloGrafica::Decora(form);
-    QCOMPARE(form.palette().color(QPalette::Window), QColor(166, 220, 220));
-    QCOMPARE(Stato(*controllo), atteso);
-    if (const auto *riquadro = qobject_cast<PictureBox *>(controllo); riquadro && atteso.startsWith(u"fra"_s)) {
-        QVERIFY(riquadro->AutoRedraw());
-        QCOMPARE(riquadro->frameShape(), QFrame::NoFrame);
-    }
-}
-
-void tst_modulografica::didascaliaPuntini()
-{
-    QWidget form;
-    auto *elenco = Nuovo<QTreeWidget>(u"LstView"_s, form);
-    auto *barra = Nuovo<QProgressBar>(u"p"_s, form);
-    ModuloGrafica::Decora(form);
-    QVERIFY(elenco->header()->font().bold());
-    QCOMPARE(barra->palette().color(QPalette::Highlight), QColor(240, 86, 53));
-    // Once: what the form does to its headers afterwards stays.
-    elenco->header()->setFont(QFont(u"Arial"_s, 14));
-    ModuloGrafica::Decora(form);
-    QCOMPARE(elenco->header()->font().pointSize(), 14);
-}
-
-void tst_modulografica::intestazione_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<QString>("etichetta");
-    QTest::addColumn<QPoint>("dove");
-    // Panels: Frame1 at (20, 100), fra(0) at (20, 200), fra(1) at (150, 200).
-    QTest::newRow("tag with further text") << u"PicIntestazioneFrm"_s << u"Frame1 - Dimensioni"_s << QPoint(25, 79);
-    QTest::newRow("whole tag, other case") << u"picintestazionefrm1"_s << u"frame1"_s << QPoint(25, 79);
-    QTest::newRow("array: panel of the same index") << u"PicIntestazioneFrm(1)"_s << u"fra"_s << QPoint(155, 179);
-    QTest::newRow("array element named in full") << u"PicIntestazioneFrm"_s << u"fra(0)"_s << QPoint(25, 179);
-    QTest::newRow("array over a single panel") << u"PicIntestazioneFrm(0)"_s << u"Frame1"_s << QPoint(25, 79);
-    QTest::newRow("unknown panel: stays") << u"PicIntestazioneFrm"_s << u"Altro"_s << QPoint(7, 7);
-    QTest::newRow("no tag: stays") << u"PicIntestazioneFrm"_s << QString() << QPoint(7, 7);
-}
-
-void tst_modulografica::intestazione()
-{
-    QFETCH(QString, nome);
-    QFETCH(QString, etichetta);
-    QFETCH(QPoint, dove);
-    QWidget form;
-    auto *striscia = Nuovo<PictureBox>(nome, form);
-    striscia->setGeometry(7, 7, 120, 50);
-    striscia->setProperty("Tag", etichetta);
-    Nuovo<PictureBox>(u"Frame1"_s, form)->setGeometry(20, 100, 100, 50);
-    Nuovo<PictureBox>(u"fra(0)"_s, form)->setGeometry(20, 200, 100, 50);
-    Nuovo<PictureBox>(u"fra(1)"_s, form)->setGeometry(150, 200, 100, 50);
-    ModuloGrafica::Decora(form);
-    QCOMPARE(striscia->geometry(), QRect(dove, QSize(120, 20)));
-    QVERIFY(striscia->isHidden());
-
-    ModuloGrafica::DisegnaIntestazione(*striscia, u"Dimensioni"_s);
-    QVERIFY(!striscia->isHidden());
-    const QImage prima = striscia->grab().toImage();
-    QCOMPARE(prima.pixelColor(118, 10), Colori::Intestazione);
-    ModuloGrafica::DisegnaIntestazione(*striscia, u"Margini"_s);
-    QVERIFY(striscia->grab().toImage() != prima);
-    ModuloGrafica::Decora(form);
-    QVERIFY2(!striscia->isHidden(), "a drawn strip stays visible when the form is decorated again");
-}
-
-void tst_modulografica::dueVolte()
-{
-    QWidget form;
-    Nuovo<QPushButton>(u"Cmd(0)"_s, form, u"&OK"_s)->setProperty("Tag", u"D"_s);
-    Nuovo<QLabel>(u"Label1"_s, form, u"x"_s);
-    Nuovo<PictureBox>(u"Frame1"_s, form);
-    auto *striscia = Nuovo<PictureBox>(u"PicIntestazioneFrm"_s, form);
-    striscia->setProperty("Tag", u"Frame1"_s);
-    Nuovo<QListWidget>(u"l"_s, form);
-    form.resize(200, 150);
-    ModuloGrafica::Decora(form);
-    ModuloGrafica::DisegnaIntestazione(*striscia, u"Titolo"_s);
-    const QImage vista = form.grab().toImage(); // lays out the insides first
-    const QString prima = Tutto(form);
-    for (int i = 0; i < 3; ++i)
+    // Each kind of control once: what it is drawn with, whatever it had before.
+    void controlli()
+    {
+        QWidget form;
+        Nuovo<QPushButton>(u"Vai"_s, form, u"Vai"_s)->setProperty("Tag", u"d"_s);
+        Nuovo<QPushButton>(u"..."_s, form, u"..."_s);
+        Nuovo<QPushButton>(u"toolBarX"_s, form, u"T"_s);
+        Nuovo<QLabel>(u"etichetta"_s, form, u"x"_s);
+        Nuovo<QRadioButton>(u"opzione"_s, form, u"x"_s);
+        Nuovo<QCheckBox>(u"casella"_s, form, u"x"_s);
+        Nuovo<QTabWidget>(u"schede"_s, form);
+        QPalette rossa;
+        rossa.setColor(QPalette::Base, Qt::red);
+        Nuovo<QListWidget>(u"elenco"_s, form)->setPalette(rossa);
+        auto *pannello = Nuovo<PictureBox>(u"fra(1)"_s, form);
+        pannello->setFrameShape(QFrame::Box);
+        pannello->hide();
+        Nuovo<PictureBox>(u"Picture1"_s, form);
+        Nuovo<PictureBox>(u"PicIntestazioneFrm2"_s, form);
+        for (QObject *controllo : form.children())
+            qobject_cast<QWidget *>(controllo)->setFont(QFont(u"Courier"_s, 20));
         ModuloGrafica::Decora(form);
-    QCOMPARE(Tutto(form), prima);
-    QCOMPARE(form.grab().toImage(), vista);
-}
 
-void tst_modulografica::dentroGliAltri()
-{
-    // A main window decorates its own controls, not the documents that stand in it, nor what is inside an editor.
-    QWidget form;
-    auto *area = Nuovo<QMdiArea>(u"mdi"_s, form);
-    auto *pagina = new QPlainTextEdit;
-    pagina->setFont(QFont(u"Courier"_s, 13));
-    area->addSubWindow(pagina);
-    auto *pannello = Nuovo<PictureBox>(u"Frame1"_s, form);
-    auto *dentro = Nuovo<QLabel>(u"a"_s, *pannello, u"x"_s);
-    ModuloGrafica::Decora(form);
-    QCOMPARE(pagina->font().pointSize(), 13);
-    QCOMPARE(dentro->palette().color(QPalette::WindowText), Colori::Testo);
-    QCOMPARE(dentro->font().pointSize(), 8);
-}
-
-void tst_modulografica::pannelloDisegnato()
-{
-    QWidget form;
-    auto *pannello = Nuovo<PictureBox>(u"Frame1"_s, form);
-    ModuloGrafica::Decora(form);
-    for (const QSize misura : {QSize(50, 50), QSize(90, 30)}) {
-        pannello->resize(misura);
-        const QImage vista = pannello->grab().toImage();
-        QCOMPARE(vista.size(), misura);
-        QCOMPARE(vista.pixelColor(misura.width() / 2, misura.height() / 2), Colori::Pannello);
-        QCOMPARE(vista.pixelColor(misura.width() / 2, misura.height() - 1), Colori::Bordo);
-        QCOMPARE(vista.pixelColor(misura.width() - 1, misura.height() / 2), Colori::Bordo);
-        QCOMPARE(vista.pixelColor(0, 0), Colori::Finestra);
+        const auto atteso = [](const char *resto) {
+            return QString::fromUtf8(resto).replace(u"@"_s, u"base #ffffff testo #033a50 10,10"_s);
+        };
+        const auto stati = [&form] {
+            QStringList righe;
+            for (QObject *controllo : form.children())
+                righe << Stato(*qobject_cast<QWidget *>(controllo));
+            return righe.join(u'\n');
+        };
+        const QString tutti =
+            atteso("Vai Arial 8pt neretto sfondo #a6dcdc trasparente pulsante #a6dcdc @ 80x23 \n"
+                   "... Arial 8pt sfondo #a6dcdc trasparente pulsante #a6dcdc @ 50x50 \n"
+                   "toolBarX Arial 8pt neretto sfondo #a6dcdc trasparente pulsante #cdecec @ 50x50 \n"
+                   "etichetta Arial 8pt sfondo #cdecec trasparente pulsante #cdecec @ 50x50 \n"
+                   "opzione Arial 8pt sfondo #cdecec trasparente pulsante #cdecec @ 50x50 \n"
+                   "casella Arial 8pt sfondo #a6dcdc trasparente pulsante #cdecec @ 50x50 \n"
+                   "schede Arial 8pt sfondo #a6dcdc pulsante #cdecec @ 50x50 \n"
+                   "elenco Arial 8pt sfondo #a6dcdc trasparente pulsante #cdecec @ 50x50 \n"
+                   "fra(1) Arial 8pt sfondo #cdecec pulsante #cdecec @ 50x50 \n"
+                   "Picture1 Arial 8pt sfondo #a6dcdc trasparente pulsante #cdecec @ 50x50 \n"
+                   "PicIntestazioneFrm2 Arial 8pt neretto sfondo #8ac6de pulsante #cdecec @ 50x20 nascosto");
+        QCOMPARE(stati(), tutti);
+        ModuloGrafica::Decora(form); // once more changes nothing
+        QCOMPARE(stati(), tutti);
+        QVERIFY(pannello->AutoRedraw());
+        QCOMPARE(pannello->frameShape(), QFrame::NoFrame);
     }
-}
 
-void tst_modulografica::disegnoPersistente()
-{
-    for (const bool persistente : {true, false}) {
-        PictureBox riquadro;
-        riquadro.resize(20, 20);
-        riquadro.SetAutoRedraw(persistente);
-        riquadro.Disegna([](QPainter &p) { p.fillRect(5, 5, 10, 10, Qt::red); });
-        QCOMPARE(riquadro.grab().toImage().pixelColor(8, 8), QColor(Qt::red));
-        riquadro.resize(40, 40);
-        riquadro.Disegna([](QPainter &p) { p.fillRect(30, 30, 5, 5, Qt::blue); });
-        const QImage vista = riquadro.grab().toImage();
-        QCOMPARE(vista.pixelColor(32, 32), QColor(Qt::blue));
-        QCOMPARE(vista.pixelColor(8, 8) == QColor(Qt::red), persistente);
-        riquadro.Cls();
-        QVERIFY(riquadro.grab().toImage().pixelColor(32, 32) != QColor(Qt::blue));
+    void didascaliaPuntini()
+    {
+        QWidget form;
+        auto *elenco = Nuovo<QTreeWidget>(u"LstView"_s, form);
+        auto *barra = Nuovo<QProgressBar>(u"p"_s, form);
+        ModuloGrafica::Decora(form);
+        QVERIFY(elenco->header()->font().bold());
+        QCOMPARE(barra->palette().color(QPalette::Highlight), QColor(240, 86, 53));
+        // Once: what the form does to its headers afterwards stays.
+        elenco->header()->setFont(QFont(u"Arial"_s, 14));
+        ModuloGrafica::Decora(form);
+        QCOMPARE(elenco->header()->font().pointSize(), 14);
     }
-}
 
-void tst_modulografica::senzaChiudi_data()
-{
-    QTest::addColumn<bool>("interna");
-    QTest::addColumn<bool>("prima");
-    QTest::newRow("top level window") << false << true;
-    QTest::newRow("inner window") << true << false;
-    QTest::newRow("becomes an inner window later") << true << true;
-}
+    void intestazione_data()
+    {
+        Colonne<QString, QString, QPoint>({"nome", "etichetta", "dove"});
+        // Panels: Frame1 at (20, 100), fra(0) at (20, 200), fra(1) at (150, 200).
+        QTest::newRow("tag with further text") << u"PicIntestazioneFrm"_s << u"Frame1 - Dimensioni"_s << QPoint(25, 79);
+        QTest::newRow("whole tag, other case") << u"picintestazionefrm1"_s << u"frame1"_s << QPoint(25, 79);
+        QTest::newRow("array: panel of the same index") << u"PicIntestazioneFrm(1)"_s << u"fra"_s << QPoint(155, 179);
+        QTest::newRow("array over a single panel") << u"PicIntestazioneFrm(0)"_s << u"Frame1"_s << QPoint(25, 79);
+        QTest::newRow("no tag: stays") << u"PicIntestazioneFrm"_s << QString() << QPoint(7, 7);
+    }
 
-void tst_modulografica::senzaChiudi()
-{
-    QFETCH(bool, interna);
-    QFETCH(bool, prima);
-    QMdiArea area;
-    auto *form = new QPlainTextEdit;
-    const QPointer<QWidget> viva(form);
-    QWidget *finestra = form;
-    if (prima)
-        ModuloGrafica::RimuoviChiudi(*form);
-    if (interna)
-        finestra = area.addSubWindow(form);
-    if (!prima)
-        ModuloGrafica::RimuoviChiudi(*form);
-    ModuloGrafica::RimuoviChiudi(*form); // a second time changes nothing
-    interna ? area.show() : form->show();
-    finestra->show();
+    void intestazione()
+    {
+        QFETCH(QString, nome);
+        QFETCH(QString, etichetta);
+        QFETCH(QPoint, dove);
+        QWidget form;
+        auto *striscia = Nuovo<PictureBox>(nome, form);
+        striscia->setGeometry(7, 7, 120, 50);
+        striscia->setProperty("Tag", etichetta);
+        Nuovo<PictureBox>(u"Frame1"_s, form)->setGeometry(20, 100, 100, 50);
+        Nuovo<PictureBox>(u"fra(0)"_s, form)->setGeometry(20, 200, 100, 50);
+        Nuovo<PictureBox>(u"fra(1)"_s, form)->setGeometry(150, 200, 100, 50);
+        ModuloGrafica::Decora(form);
+        QCOMPARE(striscia->geometry(), QRect(dove, QSize(120, 20)));
+        QVERIFY(striscia->isHidden());
 
-    QVERIFY(!(finestra->windowFlags() & Qt::WindowCloseButtonHint));
-    QVERIFY(!finestra->close());
-    QVERIFY(finestra->isVisible());
-    if (interna) {
-        const auto *menu = qobject_cast<QMdiSubWindow *>(finestra)->systemMenu();
-        QVERIFY(!menu->actions().isEmpty());
-        for (const QAction *voce : menu->actions())
-            QVERIFY2(!voce->shortcuts().contains(QKeySequence(QKeySequence::Close)), qPrintable(voce->text()));
-        area.closeActiveSubWindow();
-        area.closeAllSubWindows();
+        ModuloGrafica::DisegnaIntestazione(*striscia, u"Dimensioni"_s);
+        QVERIFY(!striscia->isHidden());
+        const QImage prima = striscia->grab().toImage();
+        QCOMPARE(prima.pixelColor(118, 10), Colori::Intestazione);
+        ModuloGrafica::DisegnaIntestazione(*striscia, u"Margini"_s);
+        QVERIFY(striscia->grab().toImage() != prima);
+        ModuloGrafica::Decora(form);
+        QVERIFY2(!striscia->isHidden(), "a drawn strip stays visible when the form is decorated again");
+    }
+
+    void dentroGliAltri()
+    {
+        // A main window decorates its own controls, not the documents that stand in it, nor what is inside an editor.
+        QWidget form;
+        auto *area = Nuovo<QMdiArea>(u"mdi"_s, form);
+        auto *pagina = new QPlainTextEdit;
+        pagina->setFont(QFont(u"Courier"_s, 13));
+        area->addSubWindow(pagina);
+        auto *pannello = Nuovo<PictureBox>(u"Frame1"_s, form);
+        auto *dentro = Nuovo<QLabel>(u"a"_s, *pannello, u"x"_s);
+        ModuloGrafica::Decora(form);
+        QCOMPARE(pagina->font().pointSize(), 13);
+        QCOMPARE(dentro->palette().color(QPalette::WindowText), Colori::Testo);
+        QCOMPARE(dentro->font().pointSize(), 8);
+    }
+
+    void disegnoPersistente()
+    {
+        for (const bool persistente : {true, false}) {
+            PictureBox riquadro;
+            riquadro.resize(20, 20);
+            riquadro.SetAutoRedraw(persistente);
+            riquadro.Disegna([](QPainter &p) { p.fillRect(5, 5, 10, 10, Qt::red); });
+            QCOMPARE(riquadro.grab().toImage().pixelColor(8, 8), QColor(Qt::red));
+            riquadro.resize(40, 40);
+            riquadro.Disegna([](QPainter &p) { p.fillRect(30, 30, 5, 5, Qt::blue); });
+            const QImage vista = riquadro.grab().toImage();
+            QCOMPARE(vista.pixelColor(32, 32), QColor(Qt::blue));
+            QCOMPARE(vista.pixelColor(8, 8) == QColor(Qt::red), persistente);
+            riquadro.Cls();
+            QVERIFY(riquadro.grab().toImage().pixelColor(32, 32) != QColor(Qt::blue));
+        }
+    }
+
+    void senzaChiudi_data()
+    {
+        Colonne<bool, bool>({"interna", "prima"});
+        QTest::newRow("top level window") << false << true;
+        QTest::newRow("inner window") << true << false;
+        QTest::newRow("becomes an inner window later") << true << true;
+    }
+
+    void senzaChiudi()
+    {
+        QFETCH(bool, interna);
+        QFETCH(bool, prima);
+        QMdiArea area;
+        auto *form = new QPlainTextEdit;
+        const QPointer<QWidget> viva(form);
+        QWidget *finestra = form;
+        if (prima)
+            ModuloGrafica::RimuoviChiudi(*form);
+        if (interna)
+            finestra = area.addSubWindow(form);
+        if (!prima)
+            ModuloGrafica::RimuoviChiudi(*form);
+        ModuloGrafica::RimuoviChiudi(*form); // a second time changes nothing
+        interna ? area.show() : form->show();
+        finestra->show();
+
+        QVERIFY(!(finestra->windowFlags() & Qt::WindowCloseButtonHint));
+        QVERIFY(!finestra->close());
         QVERIFY(finestra->isVisible());
+        if (interna) {
+            const auto *menu = qobject_cast<QMdiSubWindow *>(finestra)->systemMenu();
+            QVERIFY(!menu->actions().isEmpty());
+            for (const QAction *voce : menu->actions())
+                QVERIFY2(!voce->shortcuts().contains(QKeySequence(QKeySequence::Close)), qPrintable(voce->text()));
+            area.closeActiveSubWindow();
+            area.closeAllSubWindows();
+            QVERIFY(finestra->isVisible());
+        }
+        QVERIFY(ModuloGrafica::Chiudi(*form));
+        QVERIFY(!viva || !viva->isVisible());
+        if (!interna)
+            delete viva.data();
     }
-    QVERIFY(ModuloGrafica::Chiudi(*form));
-    QVERIFY(!viva || !viva->isVisible());
-    if (!interna)
-        delete viva.data();
-}
+};
 
 QTEST_MAIN(tst_modulografica)
 #include "tst_modulografica.moc"

@@ -2,6 +2,7 @@
 #include "chrome/FrmProgressBar.h"
 #include "chrome/ModuloGrafica.h"
 #include "chrome/PictureBox.h"
+#include "Colonne.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -53,197 +54,148 @@ class tst_progresso : public QObject
 
 private slots:
     void initTestCase() { ModuloGrafica::ApplicaStile(*qApp); }
-    void passo_data();
-    void passo();
-    void disegno();
-    void passiPiccoli();
-    void cancella();
-    void eventiNelMezzo();
-    void distruttaNelMezzo();
-    void finestra();
-    void soloSeDura();
-    void annulla_data();
-    void annulla();
-};
 
-void tst_progresso::passo_data()
-{
-    QTest::addColumn<double>("valore");
-    QTest::addColumn<double>("massimo");
-    QTest::addColumn<double>("scala");
-    QTest::addColumn<float>("ultima");
-    QTest::addColumn<int>("x"); // -1: nothing is drawn
-    QTest::newRow("a quarter of 4000 twips") << 50.0 << 200.0 << 200.0 / 4000 << 0.f << 1000;
-    QTest::newRow("the maximum itself") << 200.0 << 200.0 << 200.0 / 4000 << 99.f << 4000;
-    QTest::newRow("exactly one point more") << 52.0 << 200.0 << 0.05 << 25.f << 1040;
-    QTest::newRow("less than a point more") << 51.9 << 200.0 << 0.05 << 25.f << -1;
-    QTest::newRow("first point") << 1.9 << 200.0 << 0.05 << 0.f << -1;
-    QTest::newRow("back to a smaller value") << 10.0 << 200.0 << 0.05 << 25.f << -1;
-    QTest::newRow("over the maximum") << 200.1 << 200.0 << 0.05 << 0.f << -1;
-    QTest::newRow("no maximum") << 0.0 << 0.0 << 0.0 << 0.f << -1;
-    QTest::newRow("picture too narrow for a twip") << 50.0 << 200.0 << 1000.0 << 0.f << -1;
-    QTest::newRow("not a number") << qQNaN() << 200.0 << 0.05 << 0.f << -1;
-    QTest::newRow("huge counts") << 5e15 << 1e16 << 1e16 / 4000 << 0.f << 2000;
-}
-
-void tst_progresso::passo()
-{
-    QFETCH(double, valore);
-    QFETCH(double, massimo);
-    QFETCH(double, scala);
-    QFETCH(float, ultima);
-    QFETCH(int, x);
-    const auto passo = ClsProgressBar::ProssimoPasso(valore, massimo, scala, ultima);
-    QCOMPARE(passo ? passo->x : -1, x);
-    if (passo)
-        QCOMPARE(passo->percento, float(valore / massimo * 100));
-}
-
-void tst_progresso::disegno()
-{
-    Prova p(200);
-    QCOMPARE(p.riquadro.height(), 23); // 350 twips
-    p.barra->Value(50);
-    QCOMPARE(p.etichetta.text(), u"25%"_s);
-    QCOMPARE(p.etichetta.x(), (1125 - 700) / 15);
-    QCOMPARE(p.etichetta.y(), 2);
-    QVERIFY(p.etichetta.font().bold());
-    QCOMPARE(p.etichetta.palette().color(QPalette::WindowText), QColor(Qt::white));
-    QCOMPARE(p.Riempito(), 75);
-    p.barra->Value(201);
-    QCOMPARE(p.barra->Value(), 50.0);
-    QCOMPARE(p.Riempito(), 75);
-    p.barra->Value(200);
-    QCOMPARE(p.Riempito(), 300);
-    QCOMPARE(p.etichetta.text(), u"100%"_s);
-}
-
-void tst_progresso::passiPiccoli()
-{
-    Prova p(1000);
-    QStringList mostrati;
-    QString prima;
-    for (int v = 0; v <= 1000; ++v) {
-        p.barra->Value(v);
-        QCOMPARE(p.barra->Value(), double(v));
-        if (p.etichetta.text() != std::exchange(prima, p.etichetta.text()))
-            mostrati << prima;
+    void passo_data()
+    {
+        // x: -1: nothing is drawn
+        Colonne<double, double, double, float, int>({"valore", "massimo", "scala", "ultima", "x"});
+        QTest::newRow("the maximum itself") << 200.0 << 200.0 << 200.0 / 4000 << 99.f << 4000;
+        QTest::newRow("exactly one point more") << 52.0 << 200.0 << 0.05 << 25.f << 1040;
+        QTest::newRow("less than a point more") << 51.9 << 200.0 << 0.05 << 25.f << -1;
+        QTest::newRow("back to a smaller value") << 10.0 << 200.0 << 0.05 << 25.f << -1;
+        QTest::newRow("over the maximum") << 200.1 << 200.0 << 0.05 << 0.f << -1;
+        QTest::newRow("no maximum") << 0.0 << 0.0 << 0.0 << 0.f << -1;
+        QTest::newRow("picture too narrow for a twip") << 50.0 << 200.0 << 1000.0 << 0.f << -1;
+        QTest::newRow("not a number") << qQNaN() << 200.0 << 0.05 << 0.f << -1;
     }
-    QCOMPARE(mostrati.size(), 100);
-    QCOMPARE(mostrati.first(), u"1%"_s);
-    QCOMPARE(mostrati.last(), u"100%"_s);
-    // A new maximum starts again.
-    p.barra->Max(10);
-    p.barra->Value(1);
-    QCOMPARE(p.etichetta.text(), u"10%"_s);
-}
 
-void tst_progresso::cancella()
-{
-    Prova p(100);
-    p.barra->Value(40);
-    p.barra->Refresh();
-    QCOMPARE(p.Riempito(), 0);
-    p.barra->Value(80);
-    QCOMPARE(p.Riempito(), 240);
-    p.barra->Clear();
-    QCOMPARE(p.Riempito(), 0);
-    QCOMPARE(p.etichetta.x(), -(p.etichetta.width() / 2));
-}
+    void passo()
+    {
+        QFETCH(double, valore);
+        QFETCH(double, massimo);
+        QFETCH(double, scala);
+        QFETCH(float, ultima);
+        QFETCH(int, x);
+        const auto passo = ClsProgressBar::ProssimoPasso(valore, massimo, scala, ultima);
+        QCOMPARE(passo ? passo->x : -1, x);
+        if (passo)
+            QCOMPARE(passo->percento, float(valore / massimo * 100));
+    }
 
-void tst_progresso::eventiNelMezzo()
-{
-    // An event that runs during a step reports more progress: no recursion, and the next step shows it.
-    Prova p(100);
-    QTimer::singleShot(0, &p.riquadro, [&p] { p.barra->Value(60); });
-    p.barra->Value(10);
-    QCOMPARE(p.barra->Value(), 60.0);
-    QCOMPARE(p.etichetta.text(), u"10%"_s);
-    p.barra->Value(61);
-    QCOMPARE(p.etichetta.text(), u"61%"_s);
-}
+    void disegno()
+    {
+        Prova p(200);
+        p.barra->Value(50);
+        QCOMPARE(p.etichetta.text(), u"25%"_s);
+        QCOMPARE(p.Riempito(), 75);
+        p.barra->Value(201);
+        QCOMPARE(p.barra->Value(), 50.0);
+        QCOMPARE(p.Riempito(), 75);
+        p.barra->Value(200);
+        QCOMPARE(p.Riempito(), 300);
+        QCOMPARE(p.etichetta.text(), u"100%"_s);
+    }
 
-void tst_progresso::distruttaNelMezzo()
-{
-    Prova p(100);
-    QTimer::singleShot(0, &p.riquadro, [&p] { delete p.barra; });
-    p.barra->Value(10);
-    QVERIFY(!p.barra);
-    QCOMPARE(p.etichetta.text(), QString());
+    void passiPiccoli()
+    {
+        Prova p(1000);
+        QStringList mostrati;
+        QString prima;
+        for (int v = 0; v <= 1000; ++v) {
+            p.barra->Value(v);
+            QCOMPARE(p.barra->Value(), double(v));
+            if (p.etichetta.text() != std::exchange(prima, p.etichetta.text()))
+                mostrati << prima;
+        }
+        QCOMPARE(mostrati.size(), 100);
+        QCOMPARE(mostrati.first(), u"1%"_s);
+        QCOMPARE(mostrati.last(), u"100%"_s);
+        // A new maximum starts again.
+        p.barra->Max(10);
+        p.barra->Value(1);
+        QCOMPARE(p.etichetta.text(), u"10%"_s);
+    }
 
-    auto *riquadro = new PictureBox;
-    ClsProgressBar sola;
-    riquadro->resize(100, 20);
-    sola.Picture(riquadro);
-    sola.Max(10);
-    QTimer::singleShot(0, riquadro, [riquadro] { delete riquadro; });
-    sola.Value(5);
-    QVERIFY(!sola.Picture());
-    sola.Value(9);
-    QCOMPARE(sola.Value(), 9.0);
-}
+    void cancella()
+    {
+        Prova p(100);
+        p.barra->Value(40);
+        p.barra->Refresh();
+        QCOMPARE(p.Riempito(), 0);
+        p.barra->Value(80);
+        QCOMPARE(p.Riempito(), 240);
+        p.barra->Clear();
+        QCOMPARE(p.Riempito(), 0);
+    }
 
-void tst_progresso::finestra()
-{
-    FrmProgressBar f;
-    QCOMPARE(f.windowTitle(), u"Attendere ..."_s);
-    QCOMPARE(FrmProgressBar(u"Verifica"_s).windowTitle(), u"Verifica"_s);
-    QCOMPARE(f.findChild<QPushButton *>(u"CmdAnnulla"_s)->size(), QSize(80, 23));
-    f.Barra().TextStatus(u"Controllo"_s);
-    QCOMPARE(f.findChild<QLabel *>(u"LblStatus"_s)->text(), u"Controllo"_s);
-    QCOMPARE(f.findChild<QLabel *>(u"LblStatus"_s)->font().families().first(), u"Verdana"_s);
-    for (const auto *nome : {u"Frame1", u"PicProgress"})
-        QVERIFY(f.findChild<PictureBox *>(QString::fromUtf16(nome)));
-    f.Barra().Max(100);
-    f.Barra().Value(50);
-    const auto *percento = f.findChild<QLabel *>(u"lblProgress"_s);
-    QCOMPARE(percento->text(), u"50%"_s);
-    const int fine = percento->parentWidget()->width() / 2;
-    QVERIFY2(percento->x() >= 0 && percento->geometry().right() <= fine, "the percentage stands inside the bar's end");
-}
+    void eventiNelMezzo()
+    {
+        // An event that runs during a step reports more progress: no recursion, and the next step shows it.
+        Prova p(100);
+        QTimer::singleShot(0, &p.riquadro, [&p] { p.barra->Value(60); });
+        p.barra->Value(10);
+        QCOMPARE(p.barra->Value(), 60.0);
+        QCOMPARE(p.etichetta.text(), u"10%"_s);
+        p.barra->Value(61);
+        QCOMPARE(p.etichetta.text(), u"61%"_s);
+    }
 
-void tst_progresso::soloSeDura()
-{
-    FrmProgressBar f;
-    f.Mostra();
-    QCoreApplication::processEvents();
-    QVERIFY(!f.isVisible());
-    f.Chiudi();
-    QVERIFY(!f.findChild<QTimer *>()->isActive());
-    f.Mostra(0);
-    QTRY_VERIFY(f.isVisible());
-    QCOMPARE(QApplication::activeModalWidget(), &f);
-    QVERIFY2(!f.close(), "only its button closes it");
-    QVERIFY(f.isVisible());
-    f.Chiudi();
-    QVERIFY(!f.isVisible());
-    QVERIFY(!f.Annullato());
-}
+    void distruttaNelMezzo()
+    {
+        Prova p(100);
+        QTimer::singleShot(0, &p.riquadro, [&p] { delete p.barra; });
+        p.barra->Value(10);
+        QVERIFY(!p.barra);
+        QCOMPARE(p.etichetta.text(), QString());
 
-void tst_progresso::annulla_data()
-{
-    QTest::addColumn<bool>("tasto");
-    QTest::newRow("button") << false;
-    QTest::newRow("escape") << true;
-}
+        auto *riquadro = new PictureBox;
+        ClsProgressBar sola;
+        riquadro->resize(100, 20);
+        sola.Picture(riquadro);
+        sola.Max(10);
+        QTimer::singleShot(0, riquadro, [riquadro] { delete riquadro; });
+        sola.Value(5);
+        QVERIFY(!sola.Picture());
+        sola.Value(9);
+        QCOMPARE(sola.Value(), 9.0);
+    }
 
-void tst_progresso::annulla()
-{
-    QFETCH(bool, tasto);
-    FrmProgressBar f;
-    QSignalSpy annullato(&f, &FrmProgressBar::annullato);
-    f.Mostra(0);
-    QTRY_VERIFY(f.isVisible());
-    if (tasto)
-        QTest::keyClick(&f, Qt::Key_Escape);
-    else
-        QTest::mouseClick(f.findChild<QPushButton *>(u"CmdAnnulla"_s), Qt::LeftButton);
-    QCOMPARE(annullato.size(), 1);
-    QVERIFY(f.Annullato());
-    QVERIFY(!f.isVisible());
-    f.Mostra(0);
-    QVERIFY2(!f.Annullato(), "a new run starts without the cancel of the last one");
-}
+    void soloSeDura()
+    {
+        FrmProgressBar f;
+        f.Mostra();
+        QCoreApplication::processEvents();
+        QVERIFY(!f.isVisible());
+        f.Chiudi();
+        QVERIFY(!f.findChild<QTimer *>()->isActive());
+        f.Mostra(0);
+        QTRY_VERIFY(f.isVisible());
+        QCOMPARE(QApplication::activeModalWidget(), &f);
+        QVERIFY2(!f.close(), "only its button closes it");
+        QVERIFY(f.isVisible());
+        f.Chiudi();
+        QVERIFY(!f.isVisible());
+        QVERIFY(!f.Annullato());
+    }
+
+    void annulla()
+    {
+        for (const bool tasto : {false, true}) {
+            FrmProgressBar f;
+            QSignalSpy annullato(&f, &FrmProgressBar::annullato);
+            f.Mostra(0);
+            QTRY_VERIFY(f.isVisible());
+            if (tasto)
+                QTest::keyClick(&f, Qt::Key_Escape);
+            else
+                QTest::mouseClick(f.findChild<QPushButton *>(u"CmdAnnulla"_s), Qt::LeftButton);
+            QCOMPARE(annullato.size(), 1);
+            QVERIFY(f.Annullato() && !f.isVisible());
+            f.Mostra(0);
+            QVERIFY2(!f.Annullato(), "a new run starts without the cancel of the last one");
+        }
+    }
+};
 
 QTEST_MAIN(tst_progresso)
 #include "tst_progresso.moc"

@@ -5,6 +5,7 @@
 #include "dialogs/StampaPagina.h"
 #include "platform/RichTextBox.h"
 #include "platform/SpoolerCups.h"
+#include "Colonne.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -195,274 +196,230 @@ class tst_spooler : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void ripristino_data();
-    void ripristino();
-    void stampaFallita();
-    void predefinitaDelServizio();
-    void nonAperte_data();
-    void nonAperte();
-    void casaDiSolaLettura();
-    void servizioMuto_data();
-    void servizioMuto();
-    void lavori_data();
-    void lavori();
-    void rinuncia();
-    void pdf_data();
-    void pdf();
+    void initTestCase()
+    {
+        QVERIFY(ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano)
+                    .Riuscito());
+        QVERIFY(m_servizio.Avvia());
+        QVERIFY(m_servizio.Aggiungi(u"Altra"_s));
+        QVERIFY(m_servizio.Aggiungi(u"Laser"_s));
+        QVERIFY(m_servizio.Aggiungi(u"Vietata"_s, {u"-u"_s, u"allow:nessuno"_s}));
+    }
+
+    void ripristino_data()
+    {
+        // durante: the printer's line while the page prints
+        Colonne<QString, QByteArray, QString>({"stampante", "prima", "durante"});
+
+        const QString nuove = u" copies=5 media=A5 sides=two-sided-long-edge"_s;
+        QTest::newRow("nothing stored") << u"Laser"_s << QByteArray() << u"Dest Laser"_s + nuove;
+        QTest::newRow("what a record cannot tell of stays")
+            << u"Laser"_s << "Dest Laser copies=2 fit-to-page=true media=A4\n"_ba
+            << u"Dest Laser copies=5 fit-to-page=true media=A5 sides=two-sided-long-edge"_s;
+        QTest::newRow("options by their other names")
+            << u"Laser"_s << "Dest Laser Duplex=DuplexTumble PageSize=A4\n"_ba << u"Dest Laser"_s + nuove;
+        QTest::newRow("the default printer itself")
+            << u"Laser"_s << "Default Laser copies=2\n"_ba << u"Default Laser"_s + nuove;
+        QTest::newRow("an instance") << u"Laser/bozza"_s << "Dest Laser copies=2\nDest Laser/bozza print-quality=3\n"_ba
+                                     << u"Dest Laser/bozza"_s + nuove;
+        QTest::newRow("a paper whose name is longer than the record's")
+            << u"Laser"_s << "Dest Laser media=na_index-4x6_4x6in,photographic-glossy,tray-1\n"_ba
+            << u"Dest Laser"_s + nuove;
+    }
+
+    void ripristino()
+    {
+        QFETCH(QString, stampante);
+        QFETCH(QByteArray, prima);
+        QFETCH(QString, durante);
+        m_servizio.ImpostaOpzioni(prima);
+        const QStringList opzioni = m_servizio.Opzioni();
+        QStringList messaggi;
+        QStringList conStampa;
+        SpoolerCups spooler;
+        Esegui(spooler, {[&](const ImpostazioniSalvate &salvate) {
+                             messaggi += salvate.nomi.contains(stampante) ? QString() : u"not listed"_s;
+                             return Scelta(stampante, 5);
+                         },
+                         [&](const SceltaStampa &) { conStampa = m_servizio.Opzioni(); },
+                         [&](const QString &testo) { messaggi += testo; }});
+        QCOMPARE(messaggi, QStringList{QString()});
+        QVERIFY2(conStampa.contains(durante), qPrintable(conStampa.join(u'\n')));
+        QCOMPARE(m_servizio.Opzioni(), opzioni);
+    }
+
+    void predefinitaDelServizio()
+    {
+        // The server's default printer does not become the user's own by printing.
+        QCOMPARE(QProcess::execute(u"/usr/sbin/lpadmin"_s, {u"-d"_s, u"Altra"_s}), 0);
+        m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
+        SpoolerCups spooler;
+        ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni, [](const QString &) {});
+        QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=4 media=A5 sides=two-sided-long-edge"_s});
+    }
+
+    void nonAperte()
+    {
+        // No name at all is not the default printer.
+        for (const QString &stampante : {u"Nessuna"_s, QString()}) {
+            QStringList messaggi;
+            SpoolerCups spooler;
+            QVERIFY(LeggiImpostazioni(spooler, stampante).Vuoto());
+            ScriviImpostazioni(spooler, stampante, Scelta(stampante, 4).impostazioni,
+                               [&](const QString &testo) { messaggi += testo; });
+            QCOMPARE(messaggi,
+                     QStringList{u"Cannot open the printer specified (make sure the printer name is correct)."_s});
+        }
+    }
+
+    void casaDiSolaLettura()
+    {
+        const QByteArray casa = qgetenv("HOME");
+        const auto torna = qScopeGuard([&] { qputenv("HOME", casa); });
+        qputenv("HOME", "/proc/self");
+        QStringList messaggi;
+        SpoolerCups spooler;
+        QVERIFY(!LeggiImpostazioni(spooler, u"Laser"_s).Vuoto());
+        ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni,
+                           [&](const QString &testo) { messaggi += testo; });
+        QCOMPARE(messaggi, QStringList{u"Access denied -- See the article for more info."_s});
+    }
+
+    void servizioMuto_data()
+    {
+        QTest::addColumn<bool>("risponde");
+        QTest::newRow("no service") << false;
+        QTest::newRow("one that takes the connection and never answers") << true;
+    }
+
+    void servizioMuto()
+    {
+        QFETCH(bool, risponde);
+        const QByteArray vero = qgetenv("CUPS_SERVER");
+        const auto torna = qScopeGuard([&] { qputenv("CUPS_SERVER", vero); });
+        std::optional<Muto> muto;
+        if (risponde)
+            QVERIFY(muto.emplace(m_servizio.Percorso(u"muto"_s)).Ascolta());
+        qputenv("CUPS_SERVER", m_servizio.Percorso(u"muto"_s).toUtf8());
+        // Forgets the server that this thread knows.
+        SpoolerCups().TrattieniLavori(false);
+        {
+            SpoolerCups spooler;
+            QCOMPARE(spooler.Stampanti(), QStringList());
+            QCOMPARE(spooler.ApriStampante(u"Laser"_s, Spooler::AccessoLettura), 0u);
+            QCOMPARE(spooler.UltimoErrore(), Spooler::ServizioAssente);
+        }
+        // The next print asks anew.
+        qputenv("CUPS_SERVER", vero);
+        QVERIFY(SpoolerCups().Stampanti().contains(u"Laser"_s));
+    }
+
+    void lavori_data()
+    {
+        Colonne<QString, int, int>({"stampante", "lavori", "messaggi"});
+        QTest::newRow("taken") << u"Laser"_s << 1 << 0;
+        QTest::newRow("refused") << u"Vietata"_s << 0 << 1;
+    }
+
+    void lavori()
+    {
+        QFETCH(QString, stampante);
+        QFETCH(int, lavori);
+        QFETCH(int, messaggi);
+        m_servizio.ImpostaOpzioni({});
+        const qsizetype prima = Servizio::Lavori(stampante);
+        SpoolerCups spooler;
+        SceltaStampa scelta = Scelta(stampante, 1);
+        scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+        scelta.dispositivo->setPrinterName(stampante);
+        QCOMPARE(scelta.dispositivo->outputFormat(), QPrinter::NativeFormat);
+        RichTextBox pad;
+        pad.ImpostaText(u"<p>uno</p>"_s);
+        const Risposte risposte;
+        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+        QCOMPARE(Servizio::Lavori(stampante) - prima, lavori);
+        QCOMPARE(risposte.testi.size(), messaggi);
+        for (const QString &testo : risposte.testi) {
+            QCOMPARE(testo.section(u'|', 0, 0), ModuloPrincipale::Messaggio(242).arg(stampante));
+            QVERIFY(!testo.section(u'|', 1).isEmpty());
+        }
+    }
+
+    void rinuncia()
+    {
+        const qsizetype prima = Servizio::Lavori(u"Laser"_s);
+        SpoolerCups spooler;
+        SceltaStampa scelta = Scelta(u"Laser"_s, 1);
+        scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+        scelta.dispositivo->setPrinterName(u"Laser"_s);
+        RichTextBox pad;
+        pad.ImpostaText(u"<p>una riga \u00e8 qui</p>\r\n"_s.repeated(100'000));
+        const Risposte risposte(true);
+        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+        QCOMPARE(Servizio::Lavori(u"Laser"_s), prima);
+        QCOMPARE(risposte.testi, QStringList());
+        // And the printers are there again.
+        QVERIFY(spooler.Stampanti().contains(u"Laser"_s));
+    }
+
+    void pdf_data()
+    {
+        // pagina: the only one to print; 0: all
+        // limite: bytes that a file may have; 0: any
+        Colonne<QString, int, int, int>({"file", "pagina", "limite", "messaggio"});
+        QTest::newRow("written") << u"s.pdf"_s << 0 << 0 << 0;
+        QTest::newRow("no such folder") << u"manca/s.pdf"_s << 0 << 0 << 241;
+        QTest::newRow("the disk is full") << u"s.pdf"_s << 0 << 2000 << 241;
+        QTest::newRow("no such page") << u"s.pdf"_s << 9 << 0 << 243;
+    }
+
+    void pdf()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, pagina);
+        QFETCH(int, limite);
+        QFETCH(int, messaggio);
+        QTemporaryDir cartella;
+        QFile vecchio(cartella.filePath(u"s.pdf"_s));
+        QVERIFY(vecchio.open(QIODevice::WriteOnly) && vecchio.write("old") == 3);
+        vecchio.close();
+        SceltaStampa scelta;
+        scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+        scelta.dispositivo->setOutputFormat(QPrinter::PdfFormat);
+        scelta.dispositivo->setOutputFileName(cartella.filePath(file));
+        if (pagina > 0) {
+            scelta.dispositivo->setPrintRange(QPrinter::PageRange);
+            scelta.dispositivo->setFromTo(pagina, pagina);
+        }
+        RichTextBox pad;
+        pad.ImpostaText(u"<p>uno</p>"_s);
+        SpoolerCups spooler;
+        Risposte risposte;
+
+        rlimit prima{};
+        getrlimit(RLIMIT_FSIZE, &prima);
+        rlimit stretto = prima;
+        if (limite > 0)
+            stretto.rlim_cur = rlim_t(limite);
+        const auto segnale = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &stretto);
+        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+        setrlimit(RLIMIT_FSIZE, &prima);
+        std::signal(SIGXFSZ, segnale);
+
+        QStringList attesi;
+        if (messaggio > 0)
+            attesi << (messaggio == 241 ? ModuloPrincipale::Messaggio(241).arg(cartella.filePath(file))
+                                        : ModuloPrincipale::Messaggio(qint16(messaggio)));
+        QCOMPARE(risposte.testi.replaceInStrings(QRegularExpression(u"\\|.*"_s), QString()), attesi);
+        QVERIFY(vecchio.open(QIODevice::ReadOnly));
+        QCOMPARE(vecchio.read(4), QByteArray(messaggio > 0 ? "old" : "%PDF"));
+        QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"s.pdf"_s});
+    }
 
 private:
     Servizio m_servizio;
 };
-
-void tst_spooler::initTestCase()
-{
-    QVERIFY(
-        ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano).Riuscito());
-    QVERIFY(m_servizio.Avvia());
-    QVERIFY(m_servizio.Aggiungi(u"Altra"_s));
-    QVERIFY(m_servizio.Aggiungi(u"Laser"_s));
-    QVERIFY(m_servizio.Aggiungi(u"Vietata"_s, {u"-u"_s, u"allow:nessuno"_s}));
-}
-
-void tst_spooler::ripristino_data()
-{
-    QTest::addColumn<QString>("stampante");
-    QTest::addColumn<QByteArray>("prima");
-    QTest::addColumn<QString>("durante"); // the printer's line while the page prints
-
-    const QString nuove = u" copies=5 media=A5 sides=two-sided-long-edge"_s;
-    QTest::newRow("nothing stored") << u"Laser"_s << QByteArray() << u"Dest Laser"_s + nuove;
-    QTest::newRow("what a record cannot tell of stays")
-        << u"Laser"_s << "Dest Laser copies=2 fit-to-page=true media=A4\n"_ba
-        << u"Dest Laser copies=5 fit-to-page=true media=A5 sides=two-sided-long-edge"_s;
-    QTest::newRow("options by their other names")
-        << u"Laser"_s << "Dest Laser Duplex=DuplexTumble PageSize=A4\n"_ba << u"Dest Laser"_s + nuove;
-    QTest::newRow("the user's default printer")
-        << u"Laser"_s << "Default Altra copies=3\nDest Laser copies=2\n"_ba << u"Dest Laser"_s + nuove;
-    QTest::newRow("the default printer itself")
-        << u"Laser"_s << "Default Laser copies=2\n"_ba << u"Default Laser"_s + nuove;
-    QTest::newRow("an instance") << u"Laser/bozza"_s << "Dest Laser copies=2\nDest Laser/bozza print-quality=3\n"_ba
-                                 << u"Dest Laser/bozza"_s + nuove;
-    QTest::newRow("a paper whose name is longer than the record's")
-        << u"Laser"_s << "Dest Laser media=na_index-4x6_4x6in,photographic-glossy,tray-1\n"_ba
-        << u"Dest Laser"_s + nuove;
-}
-
-void tst_spooler::ripristino()
-{
-    QFETCH(QString, stampante);
-    QFETCH(QByteArray, prima);
-    QFETCH(QString, durante);
-    m_servizio.ImpostaOpzioni(prima);
-    const QStringList opzioni = m_servizio.Opzioni();
-    QStringList messaggi;
-    QStringList conStampa;
-    SpoolerCups spooler;
-    Esegui(spooler, {[&](const ImpostazioniSalvate &salvate) {
-                         messaggi += salvate.nomi.contains(stampante) ? QString() : u"not listed"_s;
-                         return Scelta(stampante, 5);
-                     },
-                     [&](const SceltaStampa &) { conStampa = m_servizio.Opzioni(); },
-                     [&](const QString &testo) { messaggi += testo; }});
-    QCOMPARE(messaggi, QStringList{QString()});
-    QVERIFY2(conStampa.contains(durante), qPrintable(conStampa.join(u'\n')));
-    QCOMPARE(m_servizio.Opzioni(), opzioni);
-}
-
-void tst_spooler::stampaFallita()
-{
-    m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
-    SpoolerCups spooler;
-    bool saltata = false;
-    try {
-        Esegui(spooler, {[](const ImpostazioniSalvate &) { return Scelta(u"Laser"_s, 5); },
-                         [](const SceltaStampa &) { throw std::bad_alloc(); }, [](const QString &) {}});
-    } catch (const std::bad_alloc &) {
-        saltata = true;
-    }
-    QVERIFY(saltata);
-    QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=2"_s});
-}
-
-void tst_spooler::predefinitaDelServizio()
-{
-    // The server's default printer does not become the user's own by printing.
-    QCOMPARE(QProcess::execute(u"/usr/sbin/lpadmin"_s, {u"-d"_s, u"Altra"_s}), 0);
-    m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
-    SpoolerCups spooler;
-    ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni, [](const QString &) {});
-    QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=4 media=A5 sides=two-sided-long-edge"_s});
-}
-
-void tst_spooler::nonAperte_data()
-{
-    QTest::addColumn<QString>("stampante");
-    QTest::addColumn<QString>("messaggio");
-    const QString manca = u"Cannot open the printer specified (make sure the printer name is correct)."_s;
-    QTest::newRow("unknown") << u"Nessuna"_s << manca;
-    QTest::newRow("no name is not the default printer") << QString() << manca;
-}
-
-void tst_spooler::nonAperte()
-{
-    QFETCH(QString, stampante);
-    QFETCH(QString, messaggio);
-    QStringList messaggi;
-    SpoolerCups spooler;
-    QVERIFY(LeggiImpostazioni(spooler, stampante).Vuoto());
-    ScriviImpostazioni(spooler, stampante, Scelta(stampante, 4).impostazioni,
-                       [&](const QString &testo) { messaggi += testo; });
-    QCOMPARE(messaggi, QStringList{messaggio});
-}
-
-void tst_spooler::casaDiSolaLettura()
-{
-    const QByteArray casa = qgetenv("HOME");
-    const auto torna = qScopeGuard([&] { qputenv("HOME", casa); });
-    qputenv("HOME", "/proc/self");
-    QStringList messaggi;
-    SpoolerCups spooler;
-    QVERIFY(!LeggiImpostazioni(spooler, u"Laser"_s).Vuoto());
-    ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni,
-                       [&](const QString &testo) { messaggi += testo; });
-    QCOMPARE(messaggi, QStringList{u"Access denied -- See the article for more info."_s});
-}
-
-void tst_spooler::servizioMuto_data()
-{
-    QTest::addColumn<bool>("risponde");
-    QTest::newRow("no service") << false;
-    QTest::newRow("one that takes the connection and never answers") << true;
-}
-
-void tst_spooler::servizioMuto()
-{
-    QFETCH(bool, risponde);
-    const QByteArray vero = qgetenv("CUPS_SERVER");
-    const auto torna = qScopeGuard([&] { qputenv("CUPS_SERVER", vero); });
-    std::optional<Muto> muto;
-    if (risponde)
-        QVERIFY(muto.emplace(m_servizio.Percorso(u"muto"_s)).Ascolta());
-    qputenv("CUPS_SERVER", m_servizio.Percorso(u"muto"_s).toUtf8());
-    // Forgets the server that this thread knows.
-    SpoolerCups().TrattieniLavori(false);
-    {
-        SpoolerCups spooler;
-        QCOMPARE(spooler.Stampanti(), QStringList());
-        QCOMPARE(spooler.ApriStampante(u"Laser"_s, Spooler::AccessoLettura), 0u);
-        QCOMPARE(spooler.UltimoErrore(), Spooler::ServizioAssente);
-    }
-    // The next print asks anew.
-    qputenv("CUPS_SERVER", vero);
-    QVERIFY(SpoolerCups().Stampanti().contains(u"Laser"_s));
-}
-
-void tst_spooler::lavori_data()
-{
-    QTest::addColumn<QString>("stampante");
-    QTest::addColumn<int>("lavori");
-    QTest::addColumn<int>("messaggi");
-    QTest::newRow("taken") << u"Laser"_s << 1 << 0;
-    QTest::newRow("refused") << u"Vietata"_s << 0 << 1;
-}
-
-void tst_spooler::lavori()
-{
-    QFETCH(QString, stampante);
-    QFETCH(int, lavori);
-    QFETCH(int, messaggi);
-    m_servizio.ImpostaOpzioni({});
-    const qsizetype prima = Servizio::Lavori(stampante);
-    SpoolerCups spooler;
-    SceltaStampa scelta = Scelta(stampante, 1);
-    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    scelta.dispositivo->setPrinterName(stampante);
-    QCOMPARE(scelta.dispositivo->outputFormat(), QPrinter::NativeFormat);
-    RichTextBox pad;
-    pad.ImpostaText(u"<p>uno</p>"_s);
-    const Risposte risposte;
-    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
-    QCOMPARE(Servizio::Lavori(stampante) - prima, lavori);
-    QCOMPARE(risposte.testi.size(), messaggi);
-    for (const QString &testo : risposte.testi) {
-        QCOMPARE(testo.section(u'|', 0, 0), ModuloPrincipale::Messaggio(242).arg(stampante));
-        QVERIFY(!testo.section(u'|', 1).isEmpty());
-    }
-}
-
-void tst_spooler::rinuncia()
-{
-    const qsizetype prima = Servizio::Lavori(u"Laser"_s);
-    SpoolerCups spooler;
-    SceltaStampa scelta = Scelta(u"Laser"_s, 1);
-    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    scelta.dispositivo->setPrinterName(u"Laser"_s);
-    RichTextBox pad;
-    pad.ImpostaText(u"<p>una riga \u00e8 qui</p>\r\n"_s.repeated(100'000));
-    const Risposte risposte(true);
-    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
-    QCOMPARE(Servizio::Lavori(u"Laser"_s), prima);
-    QCOMPARE(risposte.testi, QStringList());
-    // And the printers are there again.
-    QVERIFY(spooler.Stampanti().contains(u"Laser"_s));
-}
-
-void tst_spooler::pdf_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("pagina"); // the only one to print; 0: all
-    QTest::addColumn<int>("limite"); // bytes that a file may have; 0: any
-    QTest::addColumn<int>("messaggio");
-    QTest::newRow("written") << u"s.pdf"_s << 0 << 0 << 0;
-    QTest::newRow("no such folder") << u"manca/s.pdf"_s << 0 << 0 << 241;
-    QTest::newRow("the disk is full") << u"s.pdf"_s << 0 << 2000 << 241;
-    QTest::newRow("no such page") << u"s.pdf"_s << 9 << 0 << 243;
-}
-
-void tst_spooler::pdf()
-{
-    QFETCH(QString, file);
-    QFETCH(int, pagina);
-    QFETCH(int, limite);
-    QFETCH(int, messaggio);
-    QTemporaryDir cartella;
-    QFile vecchio(cartella.filePath(u"s.pdf"_s));
-    QVERIFY(vecchio.open(QIODevice::WriteOnly) && vecchio.write("old") == 3);
-    vecchio.close();
-    SceltaStampa scelta;
-    scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    scelta.dispositivo->setOutputFormat(QPrinter::PdfFormat);
-    scelta.dispositivo->setOutputFileName(cartella.filePath(file));
-    if (pagina > 0) {
-        scelta.dispositivo->setPrintRange(QPrinter::PageRange);
-        scelta.dispositivo->setFromTo(pagina, pagina);
-    }
-    RichTextBox pad;
-    pad.ImpostaText(u"<p>uno</p>"_s);
-    SpoolerCups spooler;
-    Risposte risposte;
-
-    rlimit prima{};
-    getrlimit(RLIMIT_FSIZE, &prima);
-    rlimit stretto = prima;
-    if (limite > 0)
-        stretto.rlim_cur = rlim_t(limite);
-    const auto segnale = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &stretto);
-    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
-    setrlimit(RLIMIT_FSIZE, &prima);
-    std::signal(SIGXFSZ, segnale);
-
-    QStringList attesi;
-    if (messaggio > 0)
-        attesi << (messaggio == 241 ? ModuloPrincipale::Messaggio(241).arg(cartella.filePath(file))
-                                    : ModuloPrincipale::Messaggio(qint16(messaggio)));
-    QCOMPARE(risposte.testi.replaceInStrings(QRegularExpression(u"\\|.*"_s), QString()), attesi);
-    QVERIFY(vecchio.open(QIODevice::ReadOnly));
-    QCOMPARE(vecchio.read(4), QByteArray(messaggio > 0 ? "old" : "%PDF"));
-    QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"s.pdf"_s});
-}
 
 QTEST_MAIN(tst_spooler)
 #include "tst_spooler.moc"

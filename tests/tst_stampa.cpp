@@ -1,5 +1,6 @@
 #include "dialogs/ModuloStampa.h"
 #include "platform/Spooler.h"
+#include "Colonne.h"
 
 #include <QPrinter>
 #include <QtTest>
@@ -116,182 +117,165 @@ class tst_stampa : public QObject
     Q_OBJECT
 
 private slots:
-    void ordine_data();
-    void ordine();
-    void guastoAlRipristino();
-    void letturaNegata();
-    void nomi_data();
-    void nomi();
-    void daDialogo();
-};
+    void ordine_data()
+    {
+        Colonne<QString, int, int, QStringList>({"guasto", "errore", "copie", "attese"});
 
-void tst_stampa::ordine_data()
-{
-    QTest::addColumn<QString>("guasto");
-    QTest::addColumn<int>("errore");
-    QTest::addColumn<int>("copie");
-    QTest::addColumn<QStringList>("attese");
-    QTest::addColumn<int>("dopo"); // copies that the printer is left with
+        const QString apri = u"apri Laser"_s;
+        const QStringList scrivi{apri, u"dimensione"_s, u"propri"_s, u"unisci"_s, u"spazio"_s, u"informazioni 600"_s};
+        const auto guasta = [&](int passi, const QString &messaggio) {
+            QStringList chiamate = scrivi.mid(0, passi);
+            if (!messaggio.isEmpty())
+                chiamate << u'"' + messaggio + u'"';
+            if (passi > 1)
+                chiamate << u"chiudi"_s;
+            return QStringList{u"dialogo"_s} + chiamate + QStringList{u"stampa"_s} + chiamate;
+        };
+        const QStringList bene = QStringList{u"dialogo"_s} + scrivi +
+                                 QStringList{u"imposta 5"_s, u"chiudi"_s, u"stampa"_s} + scrivi +
+                                 QStringList{u"imposta 2"_s, u"chiudi"_s};
+        QStringList nonImpostata = bene;
+        for (qsizetype i = nonImpostata.size() - 1; i >= 0; --i) {
+            if (nonImpostata.at(i).startsWith(u"imposta"))
+                nonImpostata.insert(i + 1, u"\"Unable to set shared printer settings.\""_s);
+        }
 
-    const QString apri = u"apri Laser"_s;
-    const QStringList scrivi{apri, u"dimensione"_s, u"propri"_s, u"unisci"_s, u"spazio"_s, u"informazioni 600"_s};
-    const auto guasta = [&](int passi, const QString &messaggio) {
-        QStringList chiamate = scrivi.mid(0, passi);
-        if (!messaggio.isEmpty())
-            chiamate << u'"' + messaggio + u'"';
-        if (passi > 1)
-            chiamate << u"chiudi"_s;
-        return QStringList{u"dialogo"_s} + chiamate + QStringList{u"stampa"_s} + chiamate;
-    };
-    const QStringList bene = QStringList{u"dialogo"_s} + scrivi +
-                             QStringList{u"imposta 5"_s, u"chiudi"_s, u"stampa"_s} + scrivi +
-                             QStringList{u"imposta 2"_s, u"chiudi"_s};
-    QStringList nonImpostata = bene;
-    for (qsizetype i = nonImpostata.size() - 1; i >= 0; --i) {
-        if (nonImpostata.at(i).startsWith(u"imposta"))
-            nonImpostata.insert(i + 1, u"\"Unable to set shared printer settings.\""_s);
+        QTest::newRow("all well") << QString() << 0 << 5 << bene;
+        QTest::newRow("cancelled: nothing is touched") << QString() << 0 << 0 << QStringList{u"dialogo"_s};
+        QTest::newRow("access denied") << u"apri"_s << 5 << 5
+                                       << guasta(1, u"Access denied -- See the article for more info."_s);
+        QTest::newRow("cannot be opened")
+            << u"apri"_s << 1801 << 5
+            << guasta(1, u"Cannot open the printer specified (make sure the printer name is correct)."_s);
+        QTest::newRow("no size") << u"dimensione"_s << 0 << 5
+                                 << guasta(2, u"Cannot get the size of the DEVMODE structure."_s);
+        QTest::newRow("no settings") << u"propri"_s << 0 << 5 << guasta(3, u"Cannot get the DEVMODE structure."_s);
+        QTest::newRow("not merged") << u"unisci"_s << 0 << 5
+                                    << guasta(4, u"Unable to set duplex setting to this printer."_s);
+        QTest::newRow("no information: no message") << u"spazio*"_s << 0 << 5 << guasta(5, {});
+        QTest::newRow("information not read")
+            << u"informazioni*"_s << 0 << 5 << guasta(6, u"Unable to get shared printer settings."_s);
+        QTest::newRow("not set") << u"imposta"_s << 0 << 5 << nonImpostata;
     }
 
-    QTest::newRow("all well") << QString() << 0 << 5 << bene << 2;
-    QTest::newRow("cancelled: nothing is touched") << QString() << 0 << 0 << QStringList{u"dialogo"_s} << 2;
-    QTest::newRow("access denied") << u"apri"_s << 5 << 5
-                                   << guasta(1, u"Access denied -- See the article for more info."_s) << 2;
-    QTest::newRow("cannot be opened")
-        << u"apri"_s << 1801 << 5
-        << guasta(1, u"Cannot open the printer specified (make sure the printer name is correct)."_s) << 2;
-    QTest::newRow("no size") << u"dimensione"_s << 0 << 5
-                             << guasta(2, u"Cannot get the size of the DEVMODE structure."_s) << 2;
-    QTest::newRow("no settings") << u"propri"_s << 0 << 5 << guasta(3, u"Cannot get the DEVMODE structure."_s) << 2;
-    QTest::newRow("not merged") << u"unisci"_s << 0 << 5
-                                << guasta(4, u"Unable to set duplex setting to this printer."_s) << 2;
-    QTest::newRow("no information: no message") << u"spazio*"_s << 0 << 5 << guasta(5, {}) << 2;
-    QTest::newRow("information not read")
-        << u"informazioni*"_s << 0 << 5 << guasta(6, u"Unable to get shared printer settings."_s) << 2;
-    QTest::newRow("not set") << u"imposta"_s << 0 << 5 << nonImpostata << 2;
-}
+    void ordine()
+    {
+        QFETCH(QString, guasto);
+        QFETCH(int, errore);
+        QFETCH(int, copie);
+        QFETCH(QStringList, attese);
+        SpoolerFinto spooler;
+        spooler.Aggiungi(u"Altra"_s, 1);
+        spooler.Aggiungi(u"Laser"_s, 2);
+        spooler.guasto = guasto;
+        spooler.errore = quint32(errore);
 
-void tst_stampa::ordine()
-{
-    QFETCH(QString, guasto);
-    QFETCH(int, errore);
-    QFETCH(int, copie);
-    QFETCH(QStringList, attese);
-    QFETCH(int, dopo);
-    SpoolerFinto spooler;
-    spooler.Aggiungi(u"Altra"_s, 1);
-    spooler.Aggiungi(u"Laser"_s, 2);
-    spooler.guasto = guasto;
-    spooler.errore = quint32(errore);
+        EseguiCon(spooler, u"Laser"_s, copie);
 
-    EseguiCon(spooler, u"Laser"_s, copie);
-
-    QCOMPARE(spooler.chiamate, attese);
-    QCOMPARE(int(spooler.stampanti.value(u"Laser"_s).Copie()), dopo);
-    QCOMPARE(int(spooler.stampanti.value(u"Altra"_s).Copie()), 1);
-    QCOMPARE(spooler.aperte, 0);
-    QVERIFY(!spooler.descrittoreVisto);
-}
-
-void tst_stampa::guastoAlRipristino()
-{
-    // A print that throws still brings the settings back.
-    SpoolerFinto spooler;
-    spooler.Aggiungi(u"Laser"_s, 2);
-    SceltaStampa scelta;
-    scelta.stampante = u"Laser"_s;
-    scelta.impostazioni.ImpostaNomeDispositivo("Laser");
-    scelta.impostazioni.Imposta(DevMode::NumeroCopie, 9);
-    int durante = 0;
-    try {
-        Esegui(spooler, {[&](const ImpostazioniSalvate &) { return scelta; },
-                         [&](const SceltaStampa &) {
-                             durante = spooler.stampanti.value(u"Laser"_s).Copie();
-                             throw std::bad_alloc();
-                         },
-                         [](const QString &) {}});
-        QFAIL("the failure was swallowed");
-    } catch (const std::bad_alloc &) {
-        QCOMPARE(durante, 9);
+        QCOMPARE(spooler.chiamate, attese);
         QCOMPARE(int(spooler.stampanti.value(u"Laser"_s).Copie()), 2);
+        QCOMPARE(spooler.aperte, 0);
+        QVERIFY(!spooler.descrittoreVisto);
     }
-}
 
-void tst_stampa::letturaNegata()
-{
-    // A printer that could not be opened for reading has an empty record: it is written to and not restored.
-    SpoolerFinto spooler;
-    spooler.Aggiungi(u"Laser"_s, 2);
-    spooler.guasto = u"leggi"_s;
-    EseguiCon(spooler, u"Laser"_s, 5);
-    QCOMPARE(spooler.chiamate.count(u"imposta 5"_s), 1);
-    QCOMPARE(spooler.chiamate.last(), u"stampa"_s);
+    void guastoAlRipristino()
+    {
+        // A print that throws still brings the settings back.
+        SpoolerFinto spooler;
+        spooler.Aggiungi(u"Laser"_s, 2);
+        SceltaStampa scelta;
+        scelta.stampante = u"Laser"_s;
+        scelta.impostazioni.ImpostaNomeDispositivo("Laser");
+        scelta.impostazioni.Imposta(DevMode::NumeroCopie, 9);
+        int durante = 0;
+        try {
+            Esegui(spooler, {[&](const ImpostazioniSalvate &) { return scelta; },
+                             [&](const SceltaStampa &) {
+                                 durante = spooler.stampanti.value(u"Laser"_s).Copie();
+                                 throw std::bad_alloc();
+                             },
+                             [](const QString &) {}});
+            QFAIL("the failure was swallowed");
+        } catch (const std::bad_alloc &) {
+            QCOMPARE(durante, 9);
+            QCOMPARE(int(spooler.stampanti.value(u"Laser"_s).Copie()), 2);
+        }
+    }
 
-    // Into a file: no printer is touched.
-    EseguiCon(spooler, {}, 1);
-    QCOMPARE(spooler.chiamate, (QStringList{u"dialogo"_s, u"stampa"_s}));
-}
+    void letturaNegata()
+    {
+        // A printer that could not be opened for reading has an empty record: it is written to and not restored.
+        SpoolerFinto spooler;
+        spooler.Aggiungi(u"Laser"_s, 2);
+        spooler.guasto = u"leggi"_s;
+        EseguiCon(spooler, u"Laser"_s, 5);
+        QCOMPARE(spooler.chiamate.count(u"imposta 5"_s), 1);
+        QCOMPARE(spooler.chiamate.last(), u"stampa"_s);
 
-void tst_stampa::nomi_data()
-{
-    QTest::addColumn<QStringList>("stampanti");
-    QTest::addColumn<QString>("scelta");
-    QTest::addColumn<QStringList>("impostate"); // copies written, in order
+        // Into a file: no printer is touched.
+        EseguiCon(spooler, {}, 1);
+        QCOMPARE(spooler.chiamate, (QStringList{u"dialogo"_s, u"stampa"_s}));
+    }
 
-    const QString lungo(32, u'x');
-    QTest::newRow("case counts") << QStringList{u"laser"_s, u"Laser"_s} << u"Laser"_s << QStringList{u"5"_s, u"2"_s};
-    QTest::newRow("the start of a name is not the name")
-        << QStringList{u"Laser 2"_s, u"Laser"_s} << u"Laser"_s << QStringList{u"5"_s, u"2"_s};
-    QTest::newRow("32 characters count, and the first one is taken")
-        << QStringList{lungo + u"A"_s, lungo + u"B"_s} << lungo + u"B"_s << QStringList{u"5"_s, u"1"_s};
-    QTest::newRow("the 32nd differs") << QStringList{lungo.left(31) + u"A"_s, lungo.left(31) + u"B"_s}
-                                      << lungo.left(31) + u"B"_s << QStringList{u"5"_s, u"2"_s};
-}
+    void nomi_data()
+    {
+        // impostate: copies written, in order
+        Colonne<QStringList, QString, QStringList>({"stampanti", "scelta", "impostate"});
 
-void tst_stampa::nomi()
-{
-    QFETCH(QStringList, stampanti);
-    QFETCH(QString, scelta);
-    QFETCH(QStringList, impostate);
-    SpoolerFinto spooler;
-    int copie = 0;
-    for (const QString &nome : stampanti)
-        spooler.Aggiungi(nome, ++copie);
-    EseguiCon(spooler, scelta, 5);
-    QStringList scritte = spooler.chiamate.filter(u"imposta "_s);
-    QCOMPARE(scritte.replaceInStrings(u"imposta "_s, QString()), impostate);
-    QCOMPARE(spooler.chiamate.count(u"apri "_s + scelta), 2);
-}
+        const QString lungo(32, u'x');
+        QTest::newRow("the start of a name is not the name")
+            << QStringList{u"Laser 2"_s, u"Laser"_s} << u"Laser"_s << QStringList{u"5"_s, u"2"_s};
+        QTest::newRow("32 characters count, and the first one is taken")
+            << QStringList{lungo + u"A"_s, lungo + u"B"_s} << lungo + u"B"_s << QStringList{u"5"_s, u"1"_s};
+        QTest::newRow("the 32nd differs") << QStringList{lungo.left(31) + u"A"_s, lungo.left(31) + u"B"_s}
+                                          << lungo.left(31) + u"B"_s << QStringList{u"5"_s, u"2"_s};
+    }
 
-void tst_stampa::daDialogo()
-{
-    QPrinter dispositivo(QPrinter::HighResolution);
-    dispositivo.setOutputFormat(QPrinter::PdfFormat);
-    dispositivo.setPageLayout({QPageSize(QPageSize::A5), QPageLayout::Landscape, {}});
-    dispositivo.setColorMode(QPrinter::GrayScale);
-    dispositivo.setCopyCount(3);
-    DevMode prima;
-    prima.Imposta(DevMode::Qualita, -4);
-    const DevMode record = Impostazioni(dispositivo, prima);
-    QCOMPARE(int(record.Copie()), 3);
-    QCOMPARE(int(record.Valore(DevMode::Orientamento)), 2);
-    QCOMPARE(int(record.Valore(DevMode::Carta)), 11);
-    QCOMPARE(int(record.Valore(DevMode::LarghezzaCarta)), 1480);
-    QCOMPARE(int(record.Valore(DevMode::LunghezzaCarta)), 2100);
-    QCOMPARE(record.NomeCarta(), "A5");
-    QCOMPARE(int(record.Valore(DevMode::Colore)), 1);
-    QCOMPARE(int(record.Valore(DevMode::Qualita)), -4);
+    void nomi()
+    {
+        QFETCH(QStringList, stampanti);
+        QFETCH(QString, scelta);
+        QFETCH(QStringList, impostate);
+        SpoolerFinto spooler;
+        int copie = 0;
+        for (const QString &nome : stampanti)
+            spooler.Aggiungi(nome, ++copie);
+        EseguiCon(spooler, scelta, 5);
+        QStringList scritte = spooler.chiamate.filter(u"imposta "_s);
+        QCOMPARE(scritte.replaceInStrings(u"imposta "_s, QString()), impostate);
+        QCOMPARE(spooler.chiamate.count(u"apri "_s + scelta), 2);
+    }
 
-    // The stored settings stand in the dialog when it opens; what they do not tell of stays.
-    QPrinter altro(QPrinter::HighResolution);
-    altro.setOutputFormat(QPrinter::PdfFormat);
-    Prepara(altro, record);
-    QCOMPARE(altro.copyCount(), 3);
-    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
-    QCOMPARE(altro.colorMode(), QPrinter::GrayScale);
-    Prepara(altro, DevMode());
-    QCOMPARE(altro.copyCount(), 3);
-    QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
-}
+    void daDialogo()
+    {
+        QPrinter dispositivo(QPrinter::HighResolution);
+        dispositivo.setOutputFormat(QPrinter::PdfFormat);
+        dispositivo.setPageLayout({QPageSize(QPageSize::A5), QPageLayout::Landscape, {}});
+        dispositivo.setColorMode(QPrinter::GrayScale);
+        dispositivo.setCopyCount(3);
+        DevMode prima;
+        prima.Imposta(DevMode::Qualita, -4);
+        const DevMode record = Impostazioni(dispositivo, prima);
+        QCOMPARE(int(record.Copie()), 3);
+        QCOMPARE(int(record.Valore(DevMode::Orientamento)), 2);
+        QCOMPARE(int(record.Valore(DevMode::Carta)), 11);
+        QCOMPARE(int(record.Valore(DevMode::LarghezzaCarta)), 1480);
+        QCOMPARE(int(record.Valore(DevMode::LunghezzaCarta)), 2100);
+        QCOMPARE(record.NomeCarta(), "A5");
+        QCOMPARE(int(record.Valore(DevMode::Colore)), 1);
+        QCOMPARE(int(record.Valore(DevMode::Qualita)), -4);
+
+        // The stored settings stand in the dialog when it opens; what they do not tell of stays.
+        QPrinter altro(QPrinter::HighResolution);
+        altro.setOutputFormat(QPrinter::PdfFormat);
+        for (const DevMode &salvate : {record, DevMode()}) {
+            Prepara(altro, salvate);
+            QCOMPARE(altro.copyCount(), 3);
+            QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
+            QCOMPARE(altro.colorMode(), QPrinter::GrayScale);
+        }
+    }
+};
 
 QTEST_MAIN(tst_stampa)
 #include "tst_stampa.moc"

@@ -4,6 +4,7 @@
 #include "dialogs/TestoStampa.h"
 #include "html/SchemaColori.h"
 #include "platform/RichTextBox.h"
+#include "Colonne.h"
 
 #include <QPdfWriter>
 #include <QProcess>
@@ -91,139 +92,130 @@ class tst_stampatesto : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void testo_data();
-    void testo();
-    void pagine();
-    void selezione();
-    void aspetto();
-    void annullata();
-};
-
-void tst_stampatesto::initTestCase()
-{
-    QVERIFY(
-        ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano).Riuscito());
-}
-
-void tst_stampatesto::testo_data()
-{
-    QTest::addColumn<QString>("testo");
-    QTest::addColumn<QString>("atteso"); // without white space; null: the text itself
-
-    QString lunga;
-    for (int i = 0; i < 3000; ++i)
-        lunga += u"%1,"_s.arg(i);
-    QTest::newRow("empty") << QString() << u""_s;
-    QTest::newRow("one line") << u"<P ALIGN=left>testo</P>"_s << QString();
-    QTest::newRow("all kinds of line ends") << u"a\r\nb\nc\rd\r\n\r\ne"_s << u"abcde"_s;
-    QTest::newRow("a line of 13,000 characters") << lunga << QString();
-    QTest::newRow("a line of many words") << u"parola "_s.repeated(2000) << QString();
-    QTest::newRow("a part ends at a line end") << QString(1024, u'x') + u"\r\ny"_s << QString();
-    QTest::newRow("tabs") << u"a\tb\t\tc"_s << u"abc"_s;
-    QTest::newRow("Chinese") << u"<p>网页编辑器 網頁編輯器</p>"_s << QString();
-    QTest::newRow("NUL and what else has no picture") << u"a"_s + QChar(0) + u"b\u2028c\uFFFCd"_s << QString();
-    QTest::newRow("accents and signs") << u"è perché « € »"_s << QString();
-}
-
-void tst_stampatesto::testo()
-{
-    QFETCH(QString, testo);
-    QFETCH(QString, atteso);
-    Stampata prova(testo);
-    prova.Stampa();
-    QCOMPARE(prova.esito, EsitoStampa::Fatta);
-    if (testo.contains(QChar(0))) {
-        // Which sign stands for them is the font's affair; the letters around them are all there.
-        const QString letto = prova.Testo();
-        for (const QChar lettera : {u'a', u'b', u'c', u'd'})
-            QCOMPARE(letto.count(lettera), 1);
-        return;
+    void initTestCase()
+    {
+        QVERIFY(ModuloPrincipale::CaricaLingua(u"" CARTELLA_SORGENTI "/data"_s, ModuloPrincipale::LinguaItaliano)
+                    .Riuscito());
     }
-    QCOMPARE(prova.Testo(), atteso.isNull() ? SenzaBianchi(testo) : atteso);
-}
 
-void tst_stampatesto::pagine()
-{
-    QString testo;
-    for (int i = 1; i <= 500; ++i)
-        testo += u"riga%1\r\n"_s.arg(i);
-    Stampata prova(testo);
-    prova.Stampa();
-    const QStringList pagine = prova.Pagine();
-    QVERIFY(pagine.size() > 5 && pagine.size() < 15);
-    for (qsizetype i = 0; i < pagine.size(); ++i)
-        QVERIFY2(pagine.at(i).contains(u"Pagina %1 di %2"_s.arg(i + 1).arg(pagine.size())), qPrintable(pagine.at(i)));
-    QCOMPARE(prova.Testo(), SenzaBianchi(testo));
+    void testo_data()
+    {
+        // atteso: without white space; null: the text itself
+        Colonne<QString, QString>({"testo", "atteso"});
 
-    prova.opzioni.pagine = QPageRanges::fromString(u"2,4-5"_s);
-    prova.Stampa();
-    QCOMPARE(prova.Pagine(), (QStringList{pagine.at(1), pagine.at(3), pagine.at(4)}));
+        QString lunga;
+        for (int i = 0; i < 3000; ++i)
+            lunga += u"%1,"_s.arg(i);
+        QTest::newRow("empty") << QString() << u""_s;
+        QTest::newRow("all kinds of line ends") << u"a\r\nb\nc\rd\r\n\r\ne"_s << u"abcde"_s;
+        QTest::newRow("a line of 13,000 characters") << lunga << QString();
+        QTest::newRow("a part ends at a line end") << QString(1024, u'x') + u"\r\ny"_s << QString();
+        QTest::newRow("Chinese") << u"<p>网页编辑器 網頁編輯器</p>"_s << QString();
+        QTest::newRow("NUL and what else has no picture") << u"a"_s + QChar(0) + u"b\u2028c\uFFFCd"_s << QString();
+    }
 
-    prova.opzioni.inverse = true;
-    prova.Stampa();
-    QCOMPARE(prova.Pagine(), (QStringList{pagine.at(4), pagine.at(3), pagine.at(1)}));
+    void testo()
+    {
+        QFETCH(QString, testo);
+        QFETCH(QString, atteso);
+        Stampata prova(testo);
+        prova.Stampa();
+        QCOMPARE(prova.esito, EsitoStampa::Fatta);
+        if (testo.contains(QChar(0))) {
+            // Which sign stands for them is the font's affair; the letters around them are all there.
+            const QString letto = prova.Testo();
+            for (const QChar lettera : {u'a', u'b', u'c', u'd'})
+                QCOMPARE(letto.count(lettera), 1);
+            return;
+        }
+        QCOMPARE(prova.Testo(), atteso.isNull() ? SenzaBianchi(testo) : atteso);
+    }
 
-    // Lines that a layout has to measure break at the same places as those that are only counted.
-    prova.opzioni = {u"pagina.html"_s, {}, false, false};
-    prova.pad.ImpostaText(QString(testo).replace(u"riga"_s, u"rig\u00e0"_s));
-    prova.Stampa();
-    QCOMPARE(prova.Pagine().size(), pagine.size());
-}
+    void pagine()
+    {
+        QString testo;
+        for (int i = 1; i <= 500; ++i)
+            testo += u"riga%1\r\n"_s.arg(i);
+        Stampata prova(testo);
+        prova.Stampa();
+        const QStringList pagine = prova.Pagine();
+        QVERIFY(pagine.size() > 5 && pagine.size() < 15);
+        for (qsizetype i = 0; i < pagine.size(); ++i)
+            QVERIFY2(pagine.at(i).contains(u"Pagina %1 di %2"_s.arg(i + 1).arg(pagine.size())),
+                     qPrintable(pagine.at(i)));
+        QCOMPARE(prova.Testo(), SenzaBianchi(testo));
 
-void tst_stampatesto::selezione()
-{
-    Stampata prova(u"prima\r\nscelta\r\ndopo"_s);
-    prova.pad.Colora(7, 6, SchemaColori::Valore);
-    prova.pad.Seleziona(7, 6);
-    const TestoStampa scelta = TestoStampa::Da(prova.pad, true);
-    QCOMPARE(scelta.testo, u"scelta"_s);
-    QCOMPARE(scelta.tratti.size(), size_t(1));
-    QCOMPARE(scelta.tratti.front().aspetto.colore, SchemaColori::Valore);
-    prova.Stampa(true);
-    QCOMPARE(prova.Testo(), u"scelta"_s);
-    prova.Stampa(false);
-    QCOMPARE(prova.Testo(), u"primasceltadopo"_s);
-}
+        prova.opzioni.pagine = QPageRanges::fromString(u"2,4-5"_s);
+        prova.Stampa();
+        QCOMPARE(prova.Pagine(), (QStringList{pagine.at(1), pagine.at(3), pagine.at(4)}));
 
-void tst_stampatesto::aspetto()
-{
-    const auto rosso = [](QColor c) { return c.red() > 200 && c.green() < 90 && c.blue() < 40; };
-    const auto arancio = [](QColor c) { return c.red() > 220 && c.green() > 80 && c.green() < 170 && c.blue() < 140; };
-    const auto colorato = [](QColor c) { return c.saturation() > 60; };
-    Stampata prova(QString(40, u'M') + u"\r\n"_s + QString(40, u'M'));
-    prova.Stampa();
-    QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
-    prova.pad.Colora(0, 40, SchemaColori::Valore);
-    prova.Stampa();
-    QVERIFY(Pixel(prova.Immagine(), rosso) > 300);
-    prova.pad.Colora(0, 40, SchemaColori::Testo);
-    prova.pad.Sottolinea(42, 40, true);
-    prova.Stampa();
-    QVERIFY(Pixel(prova.Immagine(), arancio) > 100);
-    prova.opzioni.grigi = true;
-    prova.Stampa();
-    QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
-}
+        prova.opzioni.inverse = true;
+        prova.Stampa();
+        QCOMPARE(prova.Pagine(), (QStringList{pagine.at(4), pagine.at(3), pagine.at(1)}));
 
-void tst_stampatesto::annullata()
-{
-    Stampata prova(u"riga\r\n"_s.repeated(2000));
-    int passi = 0;
-    prova.Stampa(false, [&passi](qsizetype, qsizetype) { return ++passi < 3; });
-    QCOMPARE(prova.esito, EsitoStampa::Annullata);
-    QCOMPARE(passi, 3);
+        // Lines that a layout has to measure break at the same places as those that are only counted.
+        prova.opzioni = {u"pagina.html"_s, {}, false, false};
+        prova.pad.ImpostaText(QString(testo).replace(u"riga"_s, u"rig\u00e0"_s));
+        prova.Stampa();
+        QCOMPARE(prova.Pagine().size(), pagine.size());
+    }
 
-    qsizetype ultimo = 0;
-    bool cresce = true;
-    prova.Stampa(false, [&](qsizetype fatto, qsizetype massimo) {
-        cresce = cresce && fatto >= ultimo && fatto <= massimo;
-        ultimo = fatto;
-        return true;
-    });
-    QCOMPARE(prova.esito, EsitoStampa::Fatta);
-    QVERIFY(cresce && ultimo > 0);
-}
+    void selezione()
+    {
+        Stampata prova(u"prima\r\nscelta\r\ndopo"_s);
+        prova.pad.Colora(7, 6, SchemaColori::Valore);
+        prova.pad.Seleziona(7, 6);
+        const TestoStampa scelta = TestoStampa::Da(prova.pad, true);
+        QCOMPARE(scelta.testo, u"scelta"_s);
+        QCOMPARE(scelta.tratti.size(), size_t(1));
+        QCOMPARE(scelta.tratti.front().aspetto.colore, SchemaColori::Valore);
+        prova.Stampa(true);
+        QCOMPARE(prova.Testo(), u"scelta"_s);
+        prova.Stampa(false);
+        QCOMPARE(prova.Testo(), u"primasceltadopo"_s);
+    }
+
+    void aspetto()
+    {
+        const auto rosso = [](QColor c) { return c.red() > 200 && c.green() < 90 && c.blue() < 40; };
+        const auto arancio = [](QColor c) {
+            return c.red() > 220 && c.green() > 80 && c.green() < 170 && c.blue() < 140;
+        };
+        const auto colorato = [](QColor c) { return c.saturation() > 60; };
+        Stampata prova(QString(40, u'M') + u"\r\n"_s + QString(40, u'M'));
+        prova.Stampa();
+        QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
+        prova.pad.Colora(0, 40, SchemaColori::Valore);
+        prova.Stampa();
+        QVERIFY(Pixel(prova.Immagine(), rosso) > 300);
+        prova.pad.Colora(0, 40, SchemaColori::Testo);
+        prova.pad.Sottolinea(42, 40, true);
+        prova.Stampa();
+        QVERIFY(Pixel(prova.Immagine(), arancio) > 100);
+        prova.opzioni.grigi = true;
+        prova.Stampa();
+        QCOMPARE(Pixel(prova.Immagine(), colorato), 0);
+    }
+
+    void annullata()
+    {
+        Stampata prova(u"riga\r\n"_s.repeated(2000));
+        int passi = 0;
+        prova.Stampa(false, [&passi](qsizetype, qsizetype) { return ++passi < 3; });
+        QCOMPARE(prova.esito, EsitoStampa::Annullata);
+        QCOMPARE(passi, 3);
+
+        qsizetype ultimo = 0;
+        bool cresce = true;
+        prova.Stampa(false, [&](qsizetype fatto, qsizetype massimo) {
+            cresce = cresce && fatto >= ultimo && fatto <= massimo;
+            ultimo = fatto;
+            return true;
+        });
+        QCOMPARE(prova.esito, EsitoStampa::Fatta);
+        QVERIFY(cresce && ultimo > 0);
+    }
+};
 
 QTEST_MAIN(tst_stampatesto)
 #include "tst_stampatesto.moc"

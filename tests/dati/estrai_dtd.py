@@ -4,7 +4,7 @@
 Usage: estrai_dtd.py strict.dtd loose.dtd frameset.dtd > html401.tsv
 Debian's w3c-sgml-lib installs them under /usr/share/xml/w3c-sgml-lib/schema/dtd/REC-html401-19991224.
 
-Lines: "elemento NAME end|optional|empty" and "attributo ELEMENT NAME VALUES", where VALUES is "-" for an open set.
+Lines: "elemento end|optional|empty NAMES" and "attributo NAME VALUES ELEMENTS", where VALUES is "-" for an open set.
 The table is the union of the three.
 """
 import re
@@ -80,10 +80,14 @@ def main():
                 for name, kind, _ in body:
                     values = set(re.findall(r"[\w.-]+", kind)) if kind.startswith("(") else {"-"}
                     attributes.setdefault((element, name.lower()), set()).update(values)
-    for name in sorted(elements):
-        print("elemento", name, elements[name], sep="\t")
-    for (element, name), values in sorted(attributes.items()):
-        print("attributo", element, name, "-" if "-" in values else " ".join(sorted(values)), sep="\t")
+    table = {}
+    for name, end in elements.items():
+        table.setdefault(("elemento", end), []).append(name)
+    for (element, name), values in attributes.items():
+        kind = "-" if "-" in values else " ".join(sorted(values))
+        table.setdefault(("attributo", name, kind), []).append(element)
+    for key in sorted(table, key=lambda key: (-len(key[0]), key)):
+        print(*key, " ".join(sorted(table[key])), sep="\t")
 
 
 main()
