@@ -16,6 +16,7 @@
 #include "dialogs/Anteprima.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/FrmTrova.h"
+#include "dialogs/FrmVaiARiga.h"
 #include "dialogs/PostoAnteprima.h"
 #include "editor/FrmPaginaHTML.h"
 #include "editor/Recupero.h"
@@ -28,7 +29,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -360,13 +360,10 @@ void FrmStart::AggiornaAnteprima(bool nascondi)
 
 void FrmStart::VaiARiga()
 {
-    bool accettato = false;
-    const int righe = m_documento->Pad_NumeroRighe();
     const int corrente = m_pad->GetLineFromChar(m_pad->SelStart()) + 1;
-    const int riga =
-        QInputDialog::getInt(this, Messaggio(215), Messaggio(214).arg(righe), corrente, 1, righe, 1, &accettato);
-    if (accettato)
-        m_documento->Pad_Vai_A_Riga(riga);
+    FrmVaiARiga dialogo(corrente, m_documento->Pad_NumeroRighe(), this);
+    if (dialogo.exec() == QDialog::Accepted)
+        m_documento->Pad_Vai_A_Riga(dialogo.Riga());
 }
 
 void FrmStart::Esci()

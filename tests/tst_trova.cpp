@@ -11,6 +11,7 @@
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/FrmTrova.h"
+#include "dialogs/FrmVaiARiga.h"
 #include "editor/clsUndo.h"
 #include "platform/Cercatore.h"
 #include "platform/RichTextBox.h"
@@ -88,6 +89,30 @@ private slots:
             ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_SORGENTI "/data"), ModuloPrincipale::LinguaInglese)
                 .Riuscito());
     }
+    void goesToTheTypedLine_data()
+    {
+        QTest::addColumn<QString>("battuto");
+        QTest::addColumn<int>("riga");
+        QTest::newRow("line of the page") << u"47"_s << 47;
+        QTest::newRow("past the end: the last one") << u"99999"_s << 93;
+        QTest::newRow("past any number") << u"99999999999"_s << 93;
+        QTest::newRow("zero: the first one") << u"0"_s << 1;
+        QTest::newRow("letters and signs are not taken") << u"-4x7"_s << 47;
+        QTest::newRow("letters alone keep the proposal") << u"abc"_s << 20;
+    }
+
+    void goesToTheTypedLine()
+    {
+        QFETCH(QString, battuto);
+        FrmVaiARiga dialogo(20, 93, nullptr);
+        dialogo.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialogo));
+        QTest::keyClicks(dialogo.focusWidget(), battuto);
+        QTest::keyClick(dialogo.focusWidget(), Qt::Key_Return);
+        QCOMPARE(dialogo.result(), int(QDialog::Accepted));
+        QTEST(dialogo.Riga(), "riga");
+    }
+
     void searchesFromThePosition_data()
     {
         QTest::addColumn<QString>("pagina");
