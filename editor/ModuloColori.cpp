@@ -26,11 +26,12 @@ void RegolaInizioCommento(RichTextBox &editor)
     const int caretto = editor.SelStart();
     if (caretto < 3)
         return;
-    // Selecting ends the typing colour, so that what is typed next goes on in grey wherever the caret can stand.
+    // Selecting ends the typing colour, so that what is typed next goes on in grey. The caret stays: one place further,
+    // what follows would come into what stands there already, and a name with a hyphen apart.
     editor.Seleziona(caretto - 3, 3);
     if (editor.SelText() == u"<!-")
         editor.ImpostaSelColor(SchemaColori::Commento);
-    editor.ImpostaSelStart(caretto + 1);
+    editor.ImpostaSelStart(caretto);
 }
 
 void RegolaColoreBattitura(RichTextBox &editor)

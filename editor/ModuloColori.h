@@ -9,8 +9,8 @@ namespace ModuloColori
 /// Checks and colours the tag around the caret. The cost does not depend on the page's length.
 void ControllaTagCorrente(RichTextBox &editor);
 
-/// After a "-": when it ends "<!-", these three turn to the comment colour. From position 3 on the caret goes one
-/// further than it was.
+/// After a "-": when it ends "<!-", these three turn to the comment colour, and what is typed next with them. The caret
+/// stays.
 void RegolaInizioCommento(RichTextBox &editor);
 
 /// What is typed from now on is black; so is what is selected.
