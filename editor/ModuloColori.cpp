@@ -39,4 +39,13 @@ void RegolaColoreBattitura(RichTextBox &editor)
     editor.ImpostaSelColor(SchemaColori::Testo);
 }
 
+bool DopoTag(const RichTextBox &editor, int posizione)
+{
+    if (posizione == 0 || editor.Unita(posizione - 1) != u'>')
+        return false;
+    // In the middle of a comment a ">" ends nothing.
+    const Aspetto aspetto = editor.AspettoIn(posizione - 1);
+    return aspetto.colore != SchemaColori::Commento || aspetto.onda || editor.Parte(posizione - 3, 3) == u"-->";
+}
+
 } // namespace ModuloColori

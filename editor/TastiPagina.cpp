@@ -41,6 +41,7 @@ TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
             ModuloCompletamento::ChiudiTag(pad);
     });
     connect(pad, &RichTextBox::KeyUp, this, [this](EventoTasto *tasto) { Rilasciato(*tasto); });
+    pad->ImpostaRicomincia([pad](int posizione) { return ModuloColori::DopoTag(*pad, posizione); });
     pad->installEventFilter(this);
     // The "=" that completion inserts counts like a typed one.
     ModuloCompletamento::ImpostaDopoUguale([](RichTextBox *editor) {

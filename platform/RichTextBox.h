@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QHash>
@@ -86,6 +87,9 @@ public:
     void ImpostaSelColor(ColoreBgr colore);
     void ImpostaSelBold(bool grassetto);
     void ImpostaSelItalic(bool corsivo);
+    /// \a ricomincia tells of a position whether what is put in there begins in the default look instead of that of the
+    /// character before it.
+    void ImpostaRicomincia(std::function<bool(int)> ricomincia) { m_ricomincia = std::move(ricomincia); }
     [[nodiscard]] Aspetto AspettoIn(int posizione) const { return m_tabella[m_aspetti.at(posizione)]; }
     /// Colours a range without touching caret or selection.
     void Colora(int da, int quanti, ColoreBgr colore);
@@ -241,8 +245,9 @@ private:
     bool m_interno = false; ///< the document is being changed without a change of the text
     bool m_ridisegnoChiesto = false;
     std::optional<std::pair<int, Aspetto>> m_battitura; ///< typing look and the caret position that it holds for
-    int m_ultimoBlocco = -1;                            ///< block of the last change, to be put in order afterwards
-    QHash<quint64, EventoTasto> m_premuti;              ///< keys that are down, as they were pressed
+    std::function<bool(int)> m_ricomincia;
+    int m_ultimoBlocco = -1;               ///< block of the last change, to be put in order afterwards
+    QHash<quint64, EventoTasto> m_premuti; ///< keys that are down, as they were pressed
     std::pair<int, int> m_selezione{0, 0};
     Hwnd m_hwnd = 0;
 

@@ -63,7 +63,9 @@ quint8 RichTextBox::AspettoBattitura(int posizione) const
 {
     if (m_battitura && m_battitura->first == posizione)
         return const_cast<TabellaAspetti &>(m_tabella).Indice(m_battitura->second);
-    return posizione > 0 ? m_aspetti.at(posizione - 1) : quint8(0);
+    if (posizione == 0 || (m_ricomincia && m_ricomincia(posizione)))
+        return 0;
+    return m_aspetti.at(posizione - 1);
 }
 
 Aspetto RichTextBox::AspettoSelezione() const

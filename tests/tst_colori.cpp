@@ -3,6 +3,7 @@
 #include "BaseDiProva.h"
 
 #include "html/Risultati.h"
+#include "html/SchemaColori.h"
 #include "platform/RichTextBox.h"
 #include "Colonne.h"
 
@@ -99,6 +100,32 @@ private slots:
         QTEST(Colori(editor), "atteso");
         QTEST(editor.SelStart(), "caretto");
         QCOMPARE(editor.SelLength(), 0);
+    }
+
+    void textAfterATagIsBlack_data()
+    {
+        Colonne<QString, Aspetto, bool>({"testo", "prima", "nero"});
+        const Aspetto tag{.colore = SchemaColori::Tag};
+        const Aspetto commento{.colore = SchemaColori::Commento};
+        const Aspetto errore{.colore = SchemaColori::Commento, .onda = true};
+        QTest::newRow("a tag") << u"<b>|</b>"_s << tag << true;
+        QTest::newRow("inside its name") << u"<b|>"_s << tag << false;
+        QTest::newRow("an unknown tag") << u"<zz>|"_s << errore << true;
+        QTest::newRow("a comment") << u"<!-- a -->|"_s << commento << true;
+        QTest::newRow("a sign in a comment") << u"<!-- a >| -->"_s << commento << false;
+    }
+    void textAfterATagIsBlack()
+    {
+        QFETCH(Aspetto, prima);
+        QFETCH(QString, testo);
+        RichTextBox editor;
+        editor.ImpostaRicomincia([&editor](int dove) { return ModuloColori::DopoTag(editor, dove); });
+        Imposta(editor, testo);
+        const int caretto = editor.SelStart();
+        editor.ImpostaAspetto(0, caretto, prima);
+        QTest::keyClick(&editor, Qt::Key_Return);
+        QTest::keyClicks(&editor, u"x"_s);
+        QTEST(editor.AspettoIn(caretto + 2) == Aspetto(), "nero");
     }
 
     void commentGoesOnInItsColour()

@@ -35,6 +35,7 @@ private slots:
                       ch2 = u"Editor_Ch2.dat"_s;
         QTest::newRow("0") << u"Language = 0"_s << ita;
         QTest::newRow("any other number") << u"Language = 3"_s << eng;
+        QTest::newRow("a negative one") << u"Language = -1"_s << eng;
         QTest::newRow("no such line") << u"Lang = 5\r\n# Language = 8\r\n"_s << ita;
         QTest::newRow("name in lower case") << u"language = 5"_s << ita;
         QTest::newRow("last line wins") << u"Language = 8\nLanguage = 0\n"_s << ita;
