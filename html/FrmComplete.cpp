@@ -226,10 +226,11 @@ void FrmComplete::SelezionaVoce()
 {
     const int riga = m_modello->Filtra(m_prefisso, RigaScelta());
     Disponi();
-    if (riga < 0)
-        return;
-    LvwScrollRows(m_elenco, riga);
-    m_elenco->setCurrentIndex(m_modello->index(riga));
+    if (riga >= 0) {
+        LvwScrollRows(m_elenco, riga);
+        m_elenco->setCurrentIndex(m_modello->index(riga));
+    }
+    m_rigaTenuta = RigaScelta();
 }
 
 void FrmComplete::LvwScrollRows(QListView *lista, int righe)

@@ -70,6 +70,9 @@ private:
     [[nodiscard]] Azione AzioneDi(const QKeyEvent &tasto) const;
     /// \a testo, one character, ends what the list is about or can begin none of its entries.
     [[nodiscard]] bool Finisce(QStringView testo) const;
+    /// What was typed begins no entry and none was chosen since, as in "data-price" or "my-tag": Space and "=" are then
+    /// written behind it instead of putting an entry in its place.
+    [[nodiscard]] bool AltroNome() const;
     void ScriviOFinisci(const QString &carattere);
     [[nodiscard]] bool EventoTastiera(QObject *oggetto, QEvent *evento);
     [[nodiscard]] bool TastoPremuto(QObject *oggetto, QKeyEvent *tasto);
@@ -85,6 +88,7 @@ private:
     ModelloVoci *m_modello = nullptr;
     QEventLoop *m_ciclo = nullptr;
     QString m_prefisso;          ///< what the entries are matched against
+    int m_rigaTenuta = -1;       ///< the row that is selected since the prefix changed
     int m_inizio = 0;            ///< caret when the list opened
     int m_digitati = 0;          ///< units typed through the list; below 0 when the opening prefix was erased
     int m_lunghezzaPrefisso = 0; ///< units of the opening prefix that stand before m_inizio

@@ -33,6 +33,11 @@ bool FrmComplete::Finisce(QStringView testo) const
            !m_modello->Comincia(testo);
 }
 
+bool FrmComplete::AltroNome() const
+{
+    return !m_prefisso.isEmpty() && !m_modello->Comincia(m_prefisso) && RigaScelta() == m_rigaTenuta;
+}
+
 FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
 {
     // Ctrl and Alt together are AltGr on some hosts, and type.
@@ -44,8 +49,9 @@ FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
     case Qt::Key_Backtab:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Space:
         return Azione::Conferma;
+    case Qt::Key_Space:
+        return AltroNome() ? Azione::Lascia : Azione::Conferma;
     case Qt::Key_Escape:
         return Azione::Esci;
     case Qt::Key_Backspace:
@@ -80,7 +86,7 @@ FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
     if (comando || !Scrivibile(tasto.text()))
         return Azione::Lascia;
     if (tasto.text() == u"=")
-        return Azione::Conferma;
+        return AltroNome() ? Azione::Lascia : Azione::Conferma;
     return Finisce(tasto.text()) ? Azione::Finisci : Azione::Scrivi;
 }
 
@@ -189,10 +195,14 @@ bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
     for (qsizetype i = 0; i < testo.size() && !m_chiusa; ++i) {
         const QString carattere = testo.mid(i, testo[i].isHighSurrogate() ? 2 : 1);
         i += carattere.size() - 1;
-        if (carattere == u"=" || carattere.front() <= u' ')
-            ConfermaCon(carattere);
-        else
+        if (carattere != u"=" && carattere.front() > u' ') {
             ScriviOFinisci(carattere);
+        } else if (AltroNome()) {
+            DigitaCarattere(carattere);
+            Chiudi();
+        } else {
+            ConfermaCon(carattere);
+        }
     }
     return true;
 }

@@ -211,6 +211,10 @@ private slots:
              u"[OnLoad] border"_s);
         riga("no match leaves the selection, accepting replaces what was typed", u"<IMG|"_s, u" bq§\n"_s,
              u"<IMG border=\"|"_s, u"[border]"_s);
+        riga("a name that is no entry: = is written behind it", u"<IMG|>"_s, u" data-x=§"_s, u"<IMG data-x=|>"_s,
+             u"closed"_s);
+        riga("so is a space", u"<IMG|>"_s, u" zz §\x1b"_s, u"<IMG zz |>"_s, u"closed"_s);
+        riga("an entry chosen after it is accepted", u"<IMG|>"_s, u" zz↓="_s, u"<IMG border=\"|>"_s);
         riga("arrows move", u"<IMG|"_s, u" ↓↓§↑§⇲§⇱§⇟§\x1b"_s, u"<IMG |"_s,
              u"align border [OnLoad] width;align [border] OnLoad width;align border OnLoad [width];"
              "[align] border OnLoad width;align border OnLoad [width]"_s);
