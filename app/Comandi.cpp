@@ -5,8 +5,10 @@
 #include "chrome/ModuloGrafica.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QLayout>
 #include <QMenu>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolBar>
@@ -32,7 +34,12 @@ void DaTastiera(QMenuBar *barra, QMenu *menu, QStringView lettera)
     QAction *voce = menu->menuAction();
     voce->setProperty("lettera", lettera.toString());
     auto *tasti = new QShortcut(QKeySequence(u"Alt+"_s + lettera.toString()), barra->window());
-    QObject::connect(tasti, &QShortcut::activated, barra, [barra, voce] { barra->setActiveAction(voce); });
+    QObject::connect(tasti, &QShortcut::activated, barra, [barra, voce, menu] {
+        barra->setActiveAction(voce);
+        // As after the menu key: Enter and the arrow keys find an entry chosen.
+        QKeyEvent giu(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(menu, &giu);
+    });
 }
 
 } // namespace

@@ -278,6 +278,7 @@ void FrmStart::Nuovo()
     ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, false);
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
+    m_pad->centerCursor(); // with what follows it in view
     m_pagina->Iniziata();
     m_undo->TakeUndoSnapShot();
     m_recupero->ImpostaCodifica({});

@@ -74,6 +74,7 @@ private slots:
             auto *aperto = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             QVERIFY(aperto);
             QCOMPARE(aperto->objectName(), menu);
+            QVERIFY(aperto->activeAction());
             aperto->close();
             finestra.menuBar()->setActiveAction(nullptr);
         }
