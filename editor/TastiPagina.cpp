@@ -36,9 +36,11 @@ bool Modificatore(int tasto)
 TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
 {
     connect(pad, &RichTextBox::KeyDown, this, &TastiPagina::Premuto);
-    connect(pad, &RichTextBox::KeyPress, this, [pad](const char16_t *carattere) {
+    connect(pad, &RichTextBox::KeyPress, this, [pad](char16_t *carattere) {
         if (*carattere == u'>')
             ModuloCompletamento::ChiudiTag(pad);
+        else if (*carattere == u'"' && ModuloCompletamento::VirgolettaGiaMessa(*pad))
+            *carattere = 0;
     });
     connect(pad, &RichTextBox::KeyUp, this, [this](EventoTasto *tasto) { Rilasciato(*tasto); });
     pad->ImpostaRicomincia([pad](int posizione) { return ModuloColori::DopoTag(*pad, posizione); });

@@ -3,6 +3,7 @@
 #include "html/FrmComplete.h"
 
 #include "html/ModelloVoci.h"
+#include "html/ModuloCompletamento.h"
 #include "html/TastiTrattenuti.h"
 #include "platform/RichTextBox.h"
 
@@ -156,6 +157,8 @@ bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
         return true;
     }
     TastiTrattenuti::Di(m_editor).Premuto(*tasto);
+    if (tasto->text() == u"\"" && ModuloCompletamento::VirgolettaGiaMessa(*m_editor))
+        return true;
     m_esci = azione == Azione::Esci || (m_esci && azione == Azione::Ignora);
     if (azione == Azione::Conferma)
         ConfermaCon(tasto->text());

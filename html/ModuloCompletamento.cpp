@@ -12,6 +12,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 using ModuloPrincipale::Messaggio;
 using namespace Qt::StringLiterals;
 
@@ -89,6 +91,19 @@ void SegnaAttributo(RichTextBox *editor, const QString &attributo)
     editor->ImpostaSelStart(caretto);
 }
 
+/// The quote that was put in last, and what the page was then.
+struct Virgoletta {
+    const RichTextBox *editor = nullptr;
+    int caretto = 0;
+    int revisione = 0;
+};
+
+Virgoletta &Messa()
+{
+    static Virgoletta messa;
+    return messa;
+}
+
 void OffriValori(RichTextBox *editor, const QString &tag, const QString &attributo, bool silenzioso)
 {
     const int caretto = editor->SelStart();
@@ -98,6 +113,7 @@ void OffriValori(RichTextBox *editor, const QString &tag, const QString &attribu
     if (silenzioso)
         return;
     editor->ImpostaSelText(u"\""_s);
+    Messa() = {editor, editor->SelStart(), editor->Revisione()};
     const QPointer<RichTextBox> vivo(editor);
     if (!ListaValori(editor, tag, attributo).accettata || !vivo)
         return;
@@ -119,6 +135,13 @@ void InserisciUguale(RichTextBox *editor, const QString &tag, const QString &att
 }
 
 } // namespace
+
+bool VirgolettaGiaMessa(const RichTextBox &editor)
+{
+    const Virgoletta messa = std::exchange(Messa(), {});
+    return messa.editor == &editor && messa.revisione == editor.Revisione() && messa.caretto == editor.SelStart() &&
+           editor.SelLength() == 0;
+}
 
 void ImpostaDopoUguale(std::function<void(RichTextBox *)> azione)
 {

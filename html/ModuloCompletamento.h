@@ -26,6 +26,10 @@ bool Suggerisci(RichTextBox *editor, const QString &tag, const QString &attribut
 /// is neither list, insertion nor hint, only the colour. Nothing when the quotes are there already.
 void SuggerisciValori(RichTextBox *editor, const QString &tag, QString attributo, bool silenzioso);
 
+/// Whether the opening quote that the last "=" brought stands right before the caret and nothing came since: a quote
+/// that is typed now is that one, and must not come twice. True once only.
+[[nodiscard]] bool VirgolettaGiaMessa(const RichTextBox &editor);
+
 /// Before a typed ">" reaches the text: puts the closing tag of the tag that it ends after the caret.
 void ChiudiTag(RichTextBox *editor);
 

@@ -233,6 +233,9 @@ private slots:
         riga("a prefix that is not before the caret is never replaced", u"<fo | x"_s, u"©\n"_s, u"<fo FONT| x"_s);
         riga("> ends tag and list, and closes the tag", u"<B|"_s, u" >§"_s, u"<B >|</B>"_s, u"closed"_s);
         riga("quote ends value and list", u"<IMG align|>"_s, u"=up\"§"_s, u"<IMG align=\"up\"|>"_s, u"closed"_s);
+        riga("a quote typed after the one that = brought is that one", u"<IMG align|>"_s, u"=\"up\"§"_s,
+             u"<IMG align=\"up\"|>"_s, u"closed"_s);
+        riga("the second one counts", u"<IMG align|>"_s, u"=\"\"§"_s, u"<IMG align=\"\"|>"_s, u"closed"_s);
         riga("a sign that begins no entry is written and ends the list", u"<| x"_s, u"©!§--"_s, u"<!--| x"_s,
              u"closed"_s);
         riga("so it does in a value", u"<IMG align|>"_s, u"=#§f"_s, u"<IMG align=\"#f|>"_s, u"closed"_s);
