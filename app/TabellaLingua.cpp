@@ -2,8 +2,8 @@
 
 #include "app/ModuloDichiarazioni.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "platform/LetturaFile.h"
+
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -23,6 +23,20 @@ namespace
 // Far more than any settings or language file; keeps a mistaken link to something huge from filling the memory.
 constexpr qint64 MassimoLetto = qint64{64} << 20; // bytes
 
+constexpr Lingua TutteLeLingue[] = {
+#include "app/Lingue.inc"
+};
+
+const Lingua &diCodice(quint8 codice)
+{
+    const auto trova = [](quint8 cercato) {
+        return std::find_if(std::begin(TutteLeLingue), std::end(TutteLeLingue),
+                            [cercato](const Lingua &lingua) { return lingua.codice == cercato; });
+    };
+    const auto sua = trova(codice);
+    return sua == std::end(TutteLeLingue) ? *trova(LinguaInglese) : *sua;
+}
+
 struct Tabella {
     std::array<QString, UltimoMessaggio + 1> testi;
     quint8 lingua = LinguaItaliano;
@@ -36,11 +50,10 @@ Tabella &tabella()
 
 std::optional<QString> leggiTesto(const QString &percorso)
 {
-    // A pipe would be waited for without end, so only regular files are opened.
-    QFile file(percorso);
-    if (!QFileInfo(percorso).isFile() || !file.open(QIODevice::ReadOnly))
+    QByteArray byte;
+    if (!LeggiByte(percorso, byte, MassimoLetto))
         return std::nullopt;
-    return QString::fromUtf8(file.read(std::min(MassimoLetto, file.size())));
+    return QString::fromUtf8(byte);
 }
 
 // Takes the first line, without its end (CR LF, LF or CR), off the front of `resto`.
@@ -149,12 +162,17 @@ QString Messaggio(qint16 numero)
     return valido ? tabella().testi[static_cast<size_t>(numero)] : QString();
 }
 
-std::optional<quint8> LinguaDaRiga(QStringView riga)
+std::optional<quint8> NumeroDaRiga(QStringView riga, QStringView nome)
 {
-    if (!riga.startsWith(u"Language"))
+    if (!riga.startsWith(nome))
         return std::nullopt;
     const double valore = std::nearbyint(valoreDecimale(riga.mid(11)));
     return valore >= 0 && valore <= 255 ? static_cast<quint8>(valore) : LinguaInglese;
+}
+
+std::optional<quint8> LinguaDaRiga(QStringView riga)
+{
+    return NumeroDaRiga(riga, u"Language");
 }
 
 std::optional<quint8> LinguaScritta(QStringView testo)
@@ -172,32 +190,19 @@ quint8 LinguaDaImpostazioni(QStringView testo)
     return LinguaScritta(testo).value_or(LinguaItaliano);
 }
 
+std::span<const Lingua> Lingue()
+{
+    return TutteLeLingue;
+}
+
 QString FileLingua(quint8 codice)
 {
-    switch (codice) {
-    case LinguaItaliano:
-        return u"Editor_Ita.dat"_s;
-    case LinguaCinese:
-        return u"Editor_Chi.dat"_s;
-    case LinguaCineseTrad:
-        return u"Editor_Ch2.dat"_s;
-    default:
-        return u"Editor_Eng.dat"_s;
-    }
+    return diCodice(codice).file.toString();
 }
 
 QString NomeLocale(quint8 codice)
 {
-    switch (codice) {
-    case LinguaItaliano:
-        return u"it_IT"_s;
-    case LinguaCinese:
-        return u"zh_CN"_s;
-    case LinguaCineseTrad:
-        return u"zh_TW"_s;
-    default:
-        return u"en_US"_s;
-    }
+    return diCodice(codice).locale.toString();
 }
 
 QStringView TestoDaRiga(QStringView riga)

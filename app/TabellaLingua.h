@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <optional>
+#include <span>
 
 /// The settings file, the language files and the table of texts that the interface is made of.
 namespace ModuloPrincipale
@@ -13,7 +14,16 @@ inline constexpr int UltimoMessaggio = 1000;  ///< highest number in the languag
 inline constexpr quint8 LinguaItaliano = 0;   ///< also without any setting
 inline constexpr quint8 LinguaCinese = 5;     ///< simplified characters
 inline constexpr quint8 LinguaCineseTrad = 8; ///< traditional characters, as written in Taiwan
-inline constexpr quint8 LinguaInglese = 1;    ///< stands for every code but the three above
+inline constexpr quint8 LinguaInglese = 1;    ///< stands for every code that no language has
+
+/// A language of the interface: a row of data/lingue.tsv.
+struct Lingua {
+    quint8 codice = 0;
+    QStringView nome;   ///< for --lingua
+    QStringView file;   ///< without a folder
+    QStringView locale; ///< by which the host knows it ("zh_TW")
+};
+[[nodiscard]] std::span<const Lingua> Lingue();
 
 /// Text \a numero of the language table; empty when the file has no such line and for number 0. The range is 0 to
 /// UltimoMessaggio; outside it a debug build asserts and a release build gives an empty text. Constant time.
@@ -43,9 +53,12 @@ struct EsitoCaricamento {
 /// Code of the language that the table was loaded for; 0 before the first load.
 [[nodiscard]] quint8 LinguaCaricata();
 
-/// Language code that the settings line \a riga sets: the decimal number from its twelfth character on, rounded to the
-/// nearest whole number, a half to the even one; LinguaInglese when that is outside 0 to 255; none when the line does
-/// not begin with "Language". Any text; linear.
+/// What the settings line \a riga sets for the setting \a nome of eight letters: the decimal number from its twelfth
+/// character on, rounded to the nearest whole number, a half to the even one; 1 when that is outside 0 to 255; none
+/// when the line does not begin with the name. Any text; linear.
+[[nodiscard]] std::optional<quint8> NumeroDaRiga(QStringView riga, QStringView nome);
+
+/// The same for the setting "Language": a language code.
 [[nodiscard]] std::optional<quint8> LinguaDaRiga(QStringView riga);
 
 /// Language code of a whole settings file: that of the last line that sets one; none when no line does.

@@ -97,8 +97,8 @@ private slots:
         QFETCH(const QByteArray, contenuto);
         QFETCH(const quint8, codice);
         QTemporaryDir cartella;
-        for (const quint8 lingua : {LinguaItaliano, LinguaInglese, LinguaCinese, LinguaCineseTrad})
-            scrivi(cartella, FileLingua(lingua), "0001=testo\n");
+        for (const Lingua &lingua : Lingue())
+            scrivi(cartella, lingua.file.toString(), "0001=testo\n");
         scrivi(cartella, u"GlobalSetting.dat"_s, "Language = 5");
         scrivi(cartella, u"utente.dat"_s, contenuto);
         const QString utente = cartella.filePath(u"utente.dat"_s);
