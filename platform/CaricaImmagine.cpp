@@ -1,6 +1,7 @@
 #include "platform/CaricaImmagine.h"
 
 #include "platform/DisegnoSvg.h"
+#include "platform/LetturaFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -42,9 +43,9 @@ QSize SenzaTroppaMemoria(const QImageReader &lettore, QSize misura)
     return {};
 }
 
-bool EDisegno(QFile &file)
+bool EDisegno(const QString &percorso, QFile &file)
 {
-    if (QFileInfo(file.fileName()).suffix().compare(u"svg", Qt::CaseInsensitive) == 0)
+    if (QFileInfo(percorso).suffix().compare(u"svg", Qt::CaseInsensitive) == 0)
         return true;
     const QByteArray inizio = file.peek(1024);
     return inizio.contains("<svg");
@@ -79,11 +80,10 @@ Immagine LeggiPunti(QFile &file)
 
 Immagine CaricaImmagine::Carica(const QString &percorso)
 {
-    QFile file(percorso);
-    // Opening a pipe would wait for its other end.
-    if (!QFileInfo(percorso).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > MassimoFile)
+    QFile file;
+    if (!ModuloPrincipale::ApriInLettura(percorso, file, MassimoFile))
         return {};
-    if (!EDisegno(file))
+    if (!EDisegno(percorso, file))
         return LeggiPunti(file);
     if (file.size() > MassimoDisegno)
         return {};

@@ -108,20 +108,22 @@ std::optional<QString> LeggiARighe(QByteArrayView byte, const Convertitore &conv
     qsizetype numero = 0;
     bool leggibile = true;
     QString riga;
-    PerOgniRiga(byte.data(), byte.size(), [&](const char *inizio, const char *fine, const char *) {
+    PerOgniRiga(byte.data(), byte.size(), [&](const char *inizio, const char *fine, const char *dopo) {
         const QByteArrayView originale(inizio, fine);
         leggibile = leggibile && convertitore.Decodifica(originale, riga);
         if (!leggibile)
             return;
+        // Where line ends stay, no line of the text could hold bytes that stand for nothing.
+        leggibile = !formato.esatta || !riga.isEmpty() || originale.isEmpty();
         qsizetype sostituiti = 0;
         if (convertitore.Codifica(riga, sostituiti) != originale)
             insolite.push_back({numero, originale});
-        testo.append(riga).append("\r\n"_L1);
+        testo.append(riga).append(formato.esatta ? QLatin1StringView(fine, dopo - fine) : "\r\n"_L1);
         ++numero;
     });
     if (!leggibile)
         return std::nullopt;
-    if (!testo.isEmpty())
+    if (!testo.isEmpty() && !formato.esatta)
         testo.chop(1);
     RicordaRighe(testo, insolite, formato);
     return testo;
@@ -132,10 +134,17 @@ std::optional<QString> LeggiCon(const QString &codifica, QByteArrayView firma, Q
 {
     const Convertitore convertitore(codifica);
     std::optional<QString> testo;
+    // A line end put into bytes that are no text would tear them apart: they may be units wider than a byte.
+    formato.esatta = byte.contains('\0');
     if (convertitore.Biunivoco()) {
         QString letto;
-        if (convertitore.Decodifica(byte.sliced(firma.size()), letto))
-            testo = ConFineRighe(std::move(letto));
+        const bool doppia = codifica == Utf16LE || codifica == Utf16BE;
+        const qsizetype mezza = doppia ? byte.size() % 2 : 0;
+        if (convertitore.Decodifica(byte.sliced(firma.size()).chopped(mezza), letto)) {
+            formato.esatta = doppia ? mezza > 0 || letto.contains(u'\0') : formato.esatta;
+            formato.coda = byte.last(mezza).toByteArray();
+            testo = formato.esatta ? std::move(letto) : ConFineRighe(std::move(letto));
+        }
     } else {
         testo = LeggiARighe(byte.sliced(firma.size()), convertitore, formato);
     }
@@ -184,6 +193,7 @@ void ScegliCodifica(QStringView testo, FormatoPagina &formato)
         formato.codifica = dichiarata;
         formato.firma.clear();
         formato.righeInsolite.clear();
+        formato.coda.clear();
     }
     // A declaration that is gone for the moment, because it is being typed, does not count as a change when it is back.
     if (!dichiarata.isEmpty())
@@ -235,21 +245,21 @@ QString TestoDaByte(QByteArrayView byte, FormatoPagina &formato)
 QByteArray ByteDaTesto(QStringView testo, FormatoPagina &formato, qsizetype *sostituiti)
 {
     ScegliCodifica(testo, formato);
-    const bool chiusa = testo.endsWith(u'\r');
+    const QStringView fine = formato.esatta ? QStringView() : testo.endsWith(u'\r') ? u"\n" : u"\r\n";
     const Convertitore convertitore(formato.codifica);
     qsizetype mancanti = 0;
     QByteArray byte;
     if (convertitore.Biunivoco()) {
-        byte = convertitore.Codifica(testo, mancanti) + convertitore.Codifica(chiusa ? u"\n" : u"\r\n", mancanti);
+        byte = convertitore.Codifica(testo, mancanti) + convertitore.Codifica(fine, mancanti);
     } else {
         // With its own end: an empty last line may have an odd spelling, too.
-        byte = ScriviARighe(testo, convertitore, formato, mancanti) + (chiusa ? "\n" : "\r\n");
+        byte = ScriviARighe(testo, convertitore, formato, mancanti) + fine.toLatin1();
         if (formato.codifica == Iso2022KR && formato.firma.isNull() && byte.contains(ShiftOut))
             formato.firma = FirmaIso2022KR.toByteArray();
     }
     if (sostituiti)
         *sostituiti = mancanti;
-    return formato.firma.isEmpty() ? byte : formato.firma + byte;
+    return formato.firma.isEmpty() && formato.coda.isEmpty() ? byte : formato.firma + byte + formato.coda;
 }
 
 } // namespace Codifiche

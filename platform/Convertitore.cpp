@@ -46,6 +46,8 @@ bool SoloAscii(Vista testo)
 
 QString InUtf16(QByteArrayView byte, bool grande)
 {
+    if (byte.size() < 2)
+        return {};
     QString testo(byte.size() / 2, Qt::Uninitialized);
     if (grande)
         qFromBigEndian<quint16>(byte.data(), testo.size(), testo.data());
@@ -56,6 +58,8 @@ QString InUtf16(QByteArrayView byte, bool grande)
 
 QByteArray DaUtf16(QStringView testo, bool grande)
 {
+    if (testo.isEmpty())
+        return {}; // its data may be null, which is not copied from
     QByteArray byte(testo.size() * 2, Qt::Uninitialized);
     if (grande)
         qToBigEndian<quint16>(testo.data(), testo.size(), byte.data());

@@ -1,5 +1,7 @@
 #include "platform/File_System.h"
 
+#include "platform/NomiFile.h"
+
 #include <QDirIterator>
 #include <QFileInfo>
 
@@ -173,6 +175,8 @@ bool FileEsiste(const QString &percorso, Stile stile)
 {
     if (percorso.isEmpty())
         return false;
+    if (!NomiFile::SoloTesto(percorso))
+        return NomiFile::Esiste(percorso);
     QString trovato;
     HandleRicerca handle;
     DatiRicerca dati;

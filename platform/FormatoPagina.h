@@ -15,6 +15,10 @@ struct FormatoPagina {
 
     bool altriFineRiga = false; ///< the file's first line end was no CR LF; the page is written with CR LF
 
+    /// The page holds what is no text: its line ends are those of the file, and nothing is added at its end.
+    bool esatta = false;
+    QByteArray coda; ///< what stands in the file behind the text: half a unit of UTF-16
+
     /// Several byte sequences may mean the same text. For each text of a line that was not written the usual way, the
     /// bytes of all lines with that text, in their order; a null one stands for the usual way.
     QHash<QString, QList<QByteArray>> righeInsolite;

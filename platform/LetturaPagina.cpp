@@ -2,8 +2,7 @@
 
 #include "platform/CodificaPagina.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <QCryptographicHash>
 
 #include <algorithm>
 #include <new>
@@ -13,31 +12,6 @@ namespace ModuloPrincipale
 {
 namespace
 {
-
-RisultatoLettura LeggiByte(const QString &percorso, QByteArray &byte)
-{
-    const QFileInfo info(percorso);
-    if (percorso.isEmpty() || !info.exists())
-        return {EsitoLettura::Inesistente, {}};
-    if (info.isDir())
-        return {EsitoLettura::Cartella, {}};
-    // Opening a pipe waits for its writer, opening a device may do anything.
-    if (!info.isFile())
-        return {EsitoLettura::NonRegolare, {}};
-    if (info.size() > MassimoPagina)
-        return {EsitoLettura::TroppoGrande, {}};
-    QFile file(percorso);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {EsitoLettura::NonLeggibile, file.errorString()};
-    byte = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return {EsitoLettura::NonLeggibile, file.errorString()};
-    if (byte.size() > MassimoPagina) {
-        byte.clear();
-        return {EsitoLettura::TroppoGrande, {}};
-    }
-    return {};
-}
 
 /// Judged by the first line end; zero bytes are passed over, so that UTF-16 is judged too.
 bool IniziaConAltroFineRiga(QByteArrayView byte)
@@ -57,11 +31,14 @@ RisultatoLettura LeggiPagina(const QString &percorso, QString &testo, FormatoPag
     FormatoPagina trovato;
     try {
         QByteArray byte;
-        RisultatoLettura risultato = LeggiByte(percorso, byte);
+        RisultatoLettura risultato = LeggiByte(percorso, byte, MassimoPagina);
         testo = Codifiche::TestoDaByte(byte, trovato);
         trovato.altriFineRiga = IniziaConAltroFineRiga(byte);
-        if (formato)
+        if (formato) {
             *formato = std::move(trovato);
+            risultato.impronta = Impronta(byte);
+            risultato.byte = byte.size();
+        }
         return risultato;
     } catch (const std::bad_alloc &) {
         testo.clear();
@@ -72,6 +49,19 @@ RisultatoLettura LeggiPagina(const QString &percorso, QString &testo, FormatoPag
 bool LeggiFile(const QString &percorso, QString &testo, FormatoPagina *formato)
 {
     return bool(LeggiPagina(percorso, testo, formato));
+}
+
+QByteArray Impronta(QByteArrayView byte)
+{
+    QCryptographicHash calcolo(QCryptographicHash::Blake2b_160);
+    calcolo.addData(byte);
+    return calcolo.result();
+}
+
+QByteArray ImprontaFile(const QString &percorso)
+{
+    QByteArray byte;
+    return LeggiByte(percorso, byte, MassimoPagina) ? Impronta(byte) : QByteArray();
 }
 
 } // namespace ModuloPrincipale

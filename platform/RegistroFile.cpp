@@ -1,9 +1,8 @@
 #include "platform/RegistroFile.h"
 
+#include "platform/LetturaFile.h"
 #include "platform/Registro.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QtEndian>
 
 #include <optional>
@@ -115,11 +114,8 @@ void LeggiRighe(QStringView testo, Albero &albero)
 
 QByteArray Contenuto(const QString &percorso)
 {
-    // A pipe would be waited for without end, so only regular files are opened.
-    QFile file(percorso);
-    if (!QFileInfo(percorso).isFile() || file.size() > MassimoFile || !file.open(QIODevice::ReadOnly))
-        return {};
-    return file.read(MassimoFile);
+    QByteArray byte;
+    return ModuloPrincipale::LeggiByte(percorso, byte, MassimoFile) ? byte : QByteArray();
 }
 
 void LeggiFile(const QString &percorso, Albero &albero)

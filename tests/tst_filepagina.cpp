@@ -1,4 +1,8 @@
 #include "platform/FilePagina.h"
+
+#include "platform/File_System.h"
+#include "platform/NomiFile.h"
+#include "Aiuti.h"
 #include "Colonne.h"
 
 #include <QDir>
@@ -81,6 +85,22 @@ class TstFilePagina : public QObject
     Q_OBJECT
 
 private slots:
+    // Another program may save while the new bytes are on their way: then the old file stays.
+    void lastLook()
+    {
+        const QString file = m_cartella->filePath(u"ultima.html"_s);
+        FormatoPagina formato;
+        for (const bool ancora : {false, true}) {
+            Aiuti::Scrivi(file, "prima");
+            const RisultatoScrittura esito = ScriviTesto(u"mia", file, formato, [&] {
+                Aiuti::Scrivi(file, "altrui");
+                return ancora;
+            });
+            QCOMPARE(esito.esito, ancora ? EsitoScrittura::Scritto : EsitoScrittura::Cambiato);
+            QCOMPARE(Aiuti::Contenuto(file), ancora ? QByteArray("mia\r\n") : QByteArray("altrui"));
+        }
+    }
+
     void init()
     {
         m_cartella = std::make_unique<QTemporaryDir>();
@@ -274,6 +294,35 @@ private slots:
         QCOMPARE(risultato.esito, EsitoScrittura::DiscoPieno);
         QCOMPARE(risultato.copiaVecchia, QString());
         QCOMPARE(Byte(u"chiusa/a.html"_s), QByteArray(9000, 'n') + "\r\n");
+    }
+
+    // Any bytes but those of "/" and NUL are a name.
+    void namesThatAreNoText()
+    {
+        QByteArray tutti;
+        for (int c = 1; c < 256; ++c)
+            tutti += c == '/' ? '.' : char(c);
+        for (const QByteArray &nome :
+             {"caf\xE9.html"_ba, tutti, "\xED\xB3\xA9"_ba, "\xF0\x9F\x98\x80\xE9"_ba, "\xE2\x82"_ba}) {
+            const QByteArray cartella = QFile::encodeName(In(u"d"_s)) + '\xFF';
+            const QByteArray byte = cartella + '/' + nome;
+            mkdir(cartella.constData(), 0755);
+            const QString percorso = NomiFile::DaOspite(byte);
+            QCOMPARE(NomiFile::PerOspite(percorso), byte);
+            QVERIFY(NomiFile::Leggibile(percorso).isValidUtf16() && !File_System::FileEsiste(percorso));
+            FormatoPagina formato;
+            QString letto;
+            QCOMPARE(LeggiPagina(percorso, letto).esito, EsitoLettura::Inesistente);
+            for (const QString &testo : {u"prima\r"_s, u"seconda\r"_s}) {
+                QVERIFY(ScriviTesto(testo, percorso, formato));
+                QVERIFY(LeggiPagina(percorso, letto));
+                QCOMPARE(letto, testo);
+            }
+            QVERIFY(File_System::FileEsiste(percorso));
+            QCOMPARE(NomiFile::NonTesto(NomiFile::DaOspite(cartella)), QStringList{NomiFile::DaOspite(nome)});
+            QCOMPARE(unlink(byte.constData()), 0);
+        }
+        rmdir((QFile::encodeName(In(u"d"_s)) + '\xFF').constData());
     }
 
     void longestName()

@@ -26,13 +26,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *dati, size_t quanti)
     FormatoPagina formato;
     const QString testo = Codifiche::TestoDaByte(byte, formato);
     Esigi(!formato.codifica.isEmpty() && testo.size() <= 2 * byte.size() + 2);
-    Esigi(!testo.endsWith(u'\n'));
+    Esigi(formato.esatta || !testo.endsWith(u'\n'));
 
     qsizetype sostituiti = 0;
     const bool sediciBit = formato.codifica == Codifiche::Utf16LE || formato.codifica == Codifiche::Utf16BE;
     const QByteArray scritti = Codifiche::ByteDaTesto(testo, formato, &sostituiti);
     Esigi(sostituiti == 0);
-    Esigi(sediciBit || !SoloRigheCrLf(byte) || scritti == byte);
+    Esigi(!(formato.esatta || (!sediciBit && SoloRigheCrLf(byte))) || scritti == byte);
 
     // Line ends made regular may turn bytes that were no text in their encoding into some, but never change a text.
     FormatoPagina riletto;

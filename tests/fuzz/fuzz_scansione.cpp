@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *dati, size_t quanti)
 {
     const QString testo = TestoDa(dati, quanti);
     ModelloControllo modello(testo), tela(testo);
-    modello.Verifica(testo, 1, false);
+    modello.Verifica(1);
     Pittore pittore(tela);
     Scandisci(testo, {}, pittore);
     Esigi(tela.aspetti == modello.aspetti);
