@@ -1,13 +1,17 @@
 #include "platform/Dialoghi.h"
 
 #include "platform/FiltriDialogo.h"
+#include "platform/NomiFile.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTreeView>
@@ -41,7 +45,47 @@ public:
     [[nodiscard]] static QString ConEstensione(const QString &percorso)
     {
         const QFileInfo info(percorso);
-        return info.exists() || info.fileName().contains(u'.') ? percorso : percorso + u'.' + EstensioneApri.toString();
+        return NomiFile::Esiste(percorso) || info.fileName().contains(u'.')
+                   ? percorso
+                   : percorso + u'.' + EstensioneApri.toString();
+    }
+
+    /// The file \a percorso, or the one whose name reads like that and is no text: Qt's dialog cannot name it.
+    [[nodiscard]] static QString Nominato(const QString &percorso)
+    {
+        const QFileInfo info(percorso);
+        if (!NomiFile::Esiste(percorso)) {
+            for (const QString &nome : NomiFile::NonTesto(info.path())) {
+                if (NomiFile::Leggibile(nome) == info.fileName())
+                    return info.path() + u'/' + nome;
+            }
+        }
+        return percorso;
+    }
+
+    /// A list below the files of those that Qt's own list leaves out because their names are no text; only where there
+    /// are some. A click puts one into the field for the name, a second one opens it.
+    void MostraNonTesto()
+    {
+        auto *griglia = qobject_cast<QGridLayout *>(layout());
+        auto *nome = findChild<QLineEdit *>(u"fileNameEdit"_s);
+        if (!griglia || !nome)
+            return;
+        auto *elenco = new QListWidget(this);
+        elenco->setObjectName("NonTesto"_L1);
+        elenco->setAccessibleName(windowTitle());
+        elenco->setMaximumHeight(elenco->fontMetrics().height() * 5);
+        griglia->addWidget(elenco, griglia->rowCount(), 0, 1, griglia->columnCount());
+        const auto riempi = [elenco](const QString &cartella) {
+            elenco->clear();
+            for (const QString &uno : NomiFile::NonTesto(cartella))
+                elenco->addItem(NomiFile::Leggibile(uno));
+            elenco->setVisible(elenco->count() > 0);
+        };
+        connect(this, &QFileDialog::directoryEntered, elenco, riempi);
+        connect(elenco, &QListWidget::currentTextChanged, nome, &QLineEdit::setText);
+        connect(elenco, &QListWidget::itemActivated, this, [this] { accept(); });
+        riempi(directory().path());
     }
 
 protected:
@@ -49,8 +93,8 @@ protected:
     {
         const QStringList scelti = selectedFiles();
         if (fileMode() == AnyFile && scelti.size() == 1 && !scelti.first().isEmpty()) {
-            const QString percorso = ConEstensione(scelti.first());
-            if (!QFileInfo::exists(percorso) && !(m_domanda ? m_domanda : ChiediCreazione)(this, percorso))
+            const QString percorso = ConEstensione(Nominato(scelti.first()));
+            if (!NomiFile::Esiste(percorso) && !(m_domanda ? m_domanda : ChiediCreazione)(this, percorso))
                 return;
         }
         QFileDialog::accept();
@@ -79,7 +123,11 @@ void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartell
     dialogo.setNameFilters(filtri);
     MostraColonne(dialogo);
     dialogo.selectNameFilter(filtri.first());
-    dialogo.setDirectory(cartella.isEmpty() ? QDir::currentPath() : cartella);
+    // Of a folder whose name is no text Qt's dialog can show the next one above.
+    QString inizio = cartella.isEmpty() ? QDir::currentPath() : cartella;
+    while (!NomiFile::SoloTesto(inizio))
+        inizio = QFileInfo(inizio).path();
+    dialogo.setDirectory(inizio);
     if (!nome.isEmpty())
         dialogo.selectFile(nome);
 }
@@ -109,10 +157,12 @@ void ApriFileDialogo(QWidget *finestra, QStringList &risultato, bool multipla, c
     dialogo->setAcceptMode(QFileDialog::AcceptOpen);
     dialogo->setFileMode(multipla ? QFileDialog::ExistingFiles : QFileDialog::AnyFile);
     Prepara(*dialogo, filtro, cartella, nome);
+    if (!multipla)
+        dialogo->MostraNonTesto();
     if (dialogo->exec() == QDialog::Accepted && dialogo) {
         QStringList scelti = dialogo->selectedFiles();
         if (scelti.size() == 1)
-            scelti.first() = DialogoApri::ConEstensione(scelti.first());
+            scelti.first() = DialogoApri::ConEstensione(DialogoApri::Nominato(scelti.first()));
         risultato = ElencoDaBuffer(BufferDaElenco(scelti));
     }
     delete dialogo.data();

@@ -158,7 +158,8 @@ signals:
     void SelChange();
     /// Before the control acts on a key. A handler may change or swallow it.
     void KeyDown(EventoTasto *tasto);
-    /// Before a character is typed. A handler may replace the character, or swallow it (0).
+    /// Before a character is typed; "\r" for Enter, "\t" for Tab. A handler may replace the character, or swallow it
+    /// (0).
     void KeyPress(char16_t *carattere);
     /// After a key was let go, with the code, text and shift state of its press.
     void KeyUp(EventoTasto *tasto);
@@ -211,6 +212,7 @@ private:
     void SelezioneForseCambiata();
     void AnnunciaCambiamento();
     void ScavalcaTaglio(int codice, bool estende);
+    void ConcludiComposizione();
     void MuoviCursore(int ancora, int posizione);
 
     // Looks (RichTextBoxAspetti.cpp)

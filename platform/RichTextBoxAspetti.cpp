@@ -17,6 +17,8 @@ void RichTextBox::CambiaAspetti(int da, int quanti, Cambia cambia)
     const int fine = Limita(int(std::min<qsizetype>(qsizetype(inizio) + std::max(0, quanti), Lunghezza())));
     if (fine <= inizio)
         return;
+    int primo = fine; // what is as it is asked for counts as untouched
+    int ultimo = inizio;
     for (int i = inizio; i < fine;) {
         const quint8 vecchio = m_aspetti.at(i);
         int j = i + 1;
@@ -24,10 +26,15 @@ void RichTextBox::CambiaAspetti(int da, int quanti, Cambia cambia)
             ++j;
         Aspetto aspetto = m_tabella[vecchio];
         cambia(aspetto);
-        m_aspetti.fill(i, j - i, m_tabella.Indice(aspetto));
+        if (const quint8 nuovo = m_tabella.Indice(aspetto); nuovo != vecchio) {
+            m_aspetti.fill(i, j - i, nuovo);
+            primo = std::min(primo, i);
+            ultimo = j;
+        }
         i = j;
     }
-    AspettiCambiati(inizio, fine - inizio);
+    if (primo < ultimo)
+        AspettiCambiati(primo, ultimo - primo);
 }
 
 void RichTextBox::Colora(int da, int quanti, ColoreBgr colore)

@@ -4,10 +4,13 @@
 
 #include "platform/Tastiera.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
 #include <QTextBlock>
+#include <QTextLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -58,8 +61,10 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
         return;
     }
 #endif
-    if (scrive) {
-        const char16_t originale = evento->text().front().unicode();
+    const bool acapo = codice == 13;
+    const bool tabulatore = evento->key() == Qt::Key_Tab && (tasto.shift & 6) == 0;
+    if (scrive || acapo || tabulatore) {
+        const char16_t originale = acapo ? u'\r' : tabulatore ? u'\t' : evento->text().front().unicode();
         char16_t carattere = originale;
         emit KeyPress(&carattere);
         if (!questo)
@@ -75,7 +80,7 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
         }
     }
     // Shift+Enter would put a line separator into the page; a page has line ends only.
-    if (codice == 13) {
+    if (acapo) {
         ImpostaSelText(u"\r\n"_s);
         ensureCursorVisible();
         evento->accept();
@@ -181,6 +186,18 @@ void RichTextBox::inputMethodEvent(QInputMethodEvent *evento)
         textCursor().block().setUserState(-1);
 }
 
+// What is being composed has no place in the text, but takes room in its line: a place pointed at behind it would be
+// one behind the line's end.
+void RichTextBox::ConcludiComposizione()
+{
+    QGuiApplication::inputMethod()->commit();
+    if (const QString resto = textCursor().block().layout()->preeditAreaText(); !resto.isEmpty()) {
+        QInputMethodEvent fine;
+        fine.setCommitString(resto);
+        QCoreApplication::sendEvent(this, &fine);
+    }
+}
+
 QMimeData *RichTextBox::createMimeDataFromSelection() const
 {
     // Every host's programs exchange plain text with lone line feeds inside Qt.
@@ -198,6 +215,7 @@ void RichTextBox::dropEvent(QDropEvent *evento)
         evento->ignore();
         return;
     }
+    ConcludiComposizione();
     const int dove = DaDocumento(cursorForPosition(evento->position().toPoint()).position());
     if (evento->source() == viewport() && evento->dropAction() == Qt::MoveAction) {
         SpostaSelezione(dove);

@@ -12,7 +12,7 @@ int RichTextBox::SostituisciTutte(const std::vector<int> &posizioni, int lunghez
         int fine = int(std::min<qsizetype>(qsizetype(posizione) + lunghezza, Lunghezza()));
         if (Limita(fine) != fine)
             ++fine;
-        if (da < fine && (posti.empty() || da >= posti.back().second))
+        if ((da < fine || lunghezza == 0) && (posti.empty() || da >= posti.back().second))
             posti.emplace_back(da, fine);
     }
     if (posti.empty())
@@ -35,7 +35,8 @@ int RichTextBox::SostituisciTutte(const std::vector<int> &posizioni, int lunghez
         nuovo += QStringView(vecchio).sliced(tenuto - inizio, da - tenuto);
         nuoviAspetti.insert(nuoviAspetti.end(), aspetti.begin() + (tenuto - inizio), aspetti.begin() + (da - inizio));
         nuovo += sostituto;
-        nuoviAspetti.insert(nuoviAspetti.end(), size_t(sostituto.size()), aspetti[size_t(da - inizio)]);
+        nuoviAspetti.insert(nuoviAspetti.end(), size_t(sostituto.size()),
+                            lunghezza > 0 ? aspetti[size_t(da - inizio)] : quint8(0));
         tenuto = a;
     }
     Sostituisci(inizio, fine - inizio, nuovo);

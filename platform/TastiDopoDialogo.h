@@ -1,37 +1,69 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
+#include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
+#include <deque>
+#include <functional>
 #include <memory>
-#include <utility>
 #include <vector>
 
-class QDialog;
 class QKeyEvent;
+class QMessageBox;
 class QWidget;
+class QWindow;
 
-/// Whoever types on at once while a dialog closes means the page behind it, but the display sends the keys to the
-/// dialog's window as long as that is there. The page gets those keys in their order: from a modal dialog when it goes,
-/// after what it leaves behind was put into the page; from any other at once.
-class TastiDopoDialogo : public QObject
+/// Whoever types on at once while a dialog closes means what comes after it, but the display sends the keys to the
+/// dialog's window as long as that is there. For every dialog of the application, message boxes and Qt's own too, for
+/// menus and lists that drop down: such keys reach, in their order and after what the dialog leaves behind was put into
+/// the page, the dialog that is open then, else the window behind. A key that was pressed in a dialog means nothing to
+/// another window, neither its repetitions nor its release. A letter that answers a dialog does so at once.
+class TastiDopoDialogo : public QObject, public QAbstractNativeEventFilter
 {
     Q_OBJECT
 
 public:
-    /// Make it before \a dialogo closes; the dialog owns it and may open and close many times.
-    TastiDopoDialogo(QDialog *dialogo, QWidget *destinatario);
-    ~TastiDopoDialogo() override;
+    /// From now on; calls after the first change nothing. Keys wait as long as \a occupato says that the program lets
+    /// events run in the middle of something that no key may touch.
+    static void Attiva(std::function<bool()> occupato = {});
 
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
+    /// Under X11 also the keys that were on their way when the dialog's window was taken down.
+    bool nativeEventFilter(const QByteArray &tipo, void *messaggio, qintptr *risultato) override;
 
 private:
-    void AscoltaFinestra();
-    bool PerLaPagina(const QKeyEvent &tasto);
+    /// Where a key went down.
+    struct Pressione {
+        const QWindow *finestra = nullptr; ///< never used but for a comparison
+        bool passeggera = false;
+    };
+    struct Chiusa {
+        quintptr id = 0;
+        QPointer<QWidget> dietro;
+    };
+
+    TastiDopoDialogo(QObject *applicazione, std::function<bool()> occupato);
+    void FinestraChiusa(QWindow *finestra);
+    void Trattieni(QWindow *finestra);
+    void Lascia();
+    bool Tasto(QWindow *finestra, const QKeyEvent &tasto);
+    [[nodiscard]] bool Estraneo(const QWindow *finestra, const QKeyEvent &tasto);
+    [[nodiscard]] static bool Risponde(QMessageBox &messaggio, const QKeyEvent &tasto);
+    [[nodiscard]] QWidget *Destinataria() const;
+    void Gira(int millisecondi = 0);
+    [[nodiscard]] bool Verra() const;
     void Consegna();
 
-    QDialog *m_dialogo;
-    QPointer<QWidget> m_destinatario;
-    std::vector<int> m_premuti;
-    std::vector<std::unique_ptr<QEvent>> m_tasti;
+    std::function<bool()> m_occupato;
+    QHash<quint64, Pressione> m_giu;
+    std::vector<Chiusa> m_chiuse; ///< windows taken down last
+    std::deque<std::unique_ptr<QEvent>> m_tasti;
+    QPointer<QWindow> m_trattiene; ///< has every key of the display for a moment
+    QTimer m_limite;
+    bool m_gira = false;    ///< a round is to come
+    int m_attese = 0;       ///< rounds that the next key has waited for its window
+    bool m_passato = false; ///< the loop that the dialog ran in has ended
 };

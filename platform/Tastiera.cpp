@@ -94,6 +94,9 @@ EventoTasto Tastiera::DaQt(const QKeyEvent &evento)
         tasto.codice = CodiceMinoreMaggiore;
     else
         tasto.codice = Codice(evento.key());
+    // Keyboards and programs that have a key for the line feed end a line with it.
+    if (tasto.codice == 0 && tasto.testo == u"\n"_s)
+        tasto.codice = 13;
     // A key that the rules do not name still has a code: 0 means swallowed.
     if (tasto.codice == 0)
         tasto.codice = 255;

@@ -1,5 +1,7 @@
 #include "platform/Dialoghi.h"
+#include "platform/FilePagina.h"
 #include "platform/FiltriDialogo.h"
+#include "platform/NomiFile.h"
 #include "Colonne.h"
 
 #include <QApplication>
@@ -18,6 +20,8 @@
 #include <QUrl>
 #include <QWindow>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 using namespace ModuloPrincipale;
 
@@ -26,6 +30,8 @@ namespace
 
 const QString FiltroPagine =
     u"HTML / ASP (*.html, *.htm, *.asp)"_s + QChar(0) + u"*.html;*.htm;*.asp"_s + QString(2, QChar(0));
+
+const QString NonTesto = NomiFile::DaOspite("caff\xE9.txt");
 
 QString Zeri(QString testo)
 {
@@ -48,7 +54,12 @@ private slots:
             QFile file(m_cartella.filePath(nome));
             QVERIFY(file.open(QIODevice::WriteOnly));
         }
+        FormatoPagina formato;
+        QVERIFY(ScriviTesto(u"x", m_cartella.filePath(NonTesto), formato));
     }
+
+    // The folder would not go with it.
+    void cleanupTestCase() { QCOMPARE(unlink(NomiFile::PerOspite(m_cartella.filePath(NonTesto)).constData()), 0); }
 
     void filters_data()
     {
@@ -107,6 +118,7 @@ private slots:
         };
         riga("open: file", false, u"a.html"_s, QMessageBox::NoButton, u"a.html"_s);
         riga("open: file without an extension", false, u"senza"_s, QMessageBox::NoButton, u"senza"_s);
+        riga("open: name that is no text, as it is listed", false, u"caff\\xE9.txt"_s, QMessageBox::NoButton, NonTesto);
         riga("open: cancelled", false, {}, QMessageBox::NoButton, {});
         riga("open: new file without an extension", false, u"nuovo"_s, QMessageBox::Yes, u"nuovo.bas"_s);
         riga("open: new file refused", false, u"nuovo.html"_s, QMessageBox::No, {});

@@ -252,16 +252,25 @@ private slots:
         QMimeData dati;
         dati.setText(u"X\nY"_s);
         const QPoint dove = controllo.PosizioneDaCarattere(9) - controllo.viewport()->pos() + QPoint(0, 3);
-        QDragEnterEvent entra(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(controllo.viewport(), &entra);
-        QDropEvent lascia(dove, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(controllo.viewport(), &lascia);
-        QVERIFY(lascia.isAccepted());
+        const auto lascia = [&](QPoint punto) {
+            QDragEnterEvent entra(punto, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(controllo.viewport(), &entra);
+            QDropEvent evento(punto, Qt::CopyAction, &dati, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(controllo.viewport(), &evento);
+            return evento.isAccepted();
+        };
+        QVERIFY(lascia(dove));
         QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYconda\r\nterza"_s);
         QCOMPARE(controllo.SelStart(), 13);
         QCOMPARE(controllo.SelLength(), 0);
         QTest::keyClick(&controllo, 'z');
         QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYzconda\r\nterza"_s);
+        // Behind what is being composed: that becomes text first.
+        controllo.ImpostaSelStart(controllo.Lunghezza());
+        QInputMethodEvent prova(u"かな"_s, {});
+        QCoreApplication::sendEvent(&controllo, &prova);
+        QVERIFY(lascia(QPoint(390, controllo.cursorRect().center().y())));
+        QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYzconda\r\nterzaかなX\r\nY"_s);
     }
 
     void altIsForMenus()
