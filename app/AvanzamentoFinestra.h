@@ -1,7 +1,22 @@
 #pragma once
 
+#include <QObject>
+
+#include <optional>
+
 #include "chrome/FrmProgressBar.h"
 #include "html/Avanzamento.h"
+
+/// As long as it lives, what the user does counts only in one window. The others can still be closed.
+class SoloUna : public QObject
+{
+public:
+    explicit SoloUna(const QWidget &finestra);
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    const QWidget &m_finestra;
+};
 
 /// The progress window, as the check drives it.
 class AvanzamentoFinestra : public ModuloVerificaSintassi::Avanzamento
@@ -16,4 +31,5 @@ public:
 
 private:
     FrmProgressBar m_finestra;
+    std::optional<SoloUna> m_solo;
 };

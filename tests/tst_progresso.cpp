@@ -2,10 +2,12 @@
 #include "chrome/FrmProgressBar.h"
 #include "chrome/ModuloGrafica.h"
 #include "chrome/PictureBox.h"
+#include "chrome/TurnoStato.h"
 #include "Colonne.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
@@ -194,6 +196,51 @@ private slots:
             f.Mostra(0);
             QVERIFY2(!f.Annullato(), "a new run starts without the cancel of the last one");
         }
+    }
+
+    // A script: "f" a fact, "r" one on the reading, "p" a passing text, "a" the user does something, each at a second.
+    void statusTexts_data()
+    {
+        Colonne<QString, QString>({"copione", "attesi"});
+        QTest::newRow("a title waits for an action and five seconds") << u"0fA 0pt 9? 9a 9?"_s << u"A t"_s;
+        QTest::newRow("an early action does not shorten it") << u"0fA 0pt 1a 4? 5?"_s << u"A t"_s;
+        QTest::newRow("the latest passing text is shown") << u"0fA 0pt 1pu 2a 4? 6?"_s << u"A u"_s;
+        QTest::newRow("no fact") << u"0pt 0? 1pu 1?"_s << u"t u"_s;
+        QTest::newRow("a newer fact at once, the older one for the rest of its time")
+            << u"0fA 0pt 1fB 1? 2a 5? 6? 8a 9? 10?"_s << u"B B A A t"_s;
+        QTest::newRow("a fact that nobody saw has all its time") << u"0fA 0fB 0pt 1a 5? 6a 9? 10?"_s << u"A A t"_s;
+        QTest::newRow("one that had its time does not come back") << u"0fA 0pt 6a 6fB 11a 11?"_s << u"t"_s;
+        QTest::newRow("the same thing has one fact") << u"0rA 0pt 1rB 1? 2a 6?"_s << u"B t"_s;
+        QTest::newRow("taken back") << u"0rA 0pt 1r 1?"_s << u"t"_s;
+        QTest::newRow("taken back under another") << u"0rA 0pt 1fB 2r 2? 3a 6?"_s << u"B t"_s;
+    }
+    void statusTexts()
+    {
+        QFETCH(QString, copione);
+        TurnoStato turno;
+        QStringList visti;
+        for (const QString &passo : copione.split(u' ')) {
+            const qsizetype verbo = passo.indexOf(QRegularExpression(u"\\D"_s));
+            const qint64 ora = passo.first(verbo).toLongLong() * 1000;
+            const QString testo = passo.sliced(verbo + 1);
+            switch (passo[verbo].unicode()) {
+            case u'f':
+                turno.Fatto(testo, TurnoStato::Argomento::Altro, ora);
+                break;
+            case u'r':
+                turno.Fatto(testo, TurnoStato::Argomento::Lettura, ora);
+                break;
+            case u'p':
+                turno.DiPassaggio(testo);
+                break;
+            case u'a':
+                turno.Azione(ora);
+                break;
+            default:
+                visti += turno.Testo(ora);
+            }
+        }
+        QTEST(visti.join(u' '), "attesi");
     }
 };
 
