@@ -1,6 +1,9 @@
 #include "html/FrmComplete.h"
 
+#include "app/Impostazioni.h"
 #include "chrome/Colori.h"
+#include "html/CodaTasti.h"
+#include "html/ColoraBattuta.h"
 #include "html/ModelloVoci.h"
 #include "html/TastiTrattenuti.h"
 #include "platform/RichTextBox.h"
@@ -107,19 +110,21 @@ FrmComplete *FrmComplete::Corrente()
     return Aperta();
 }
 
-EsitoLista FrmComplete::Apri(RichTextBox *editor, const ListaVoci &lista, const QString &prefisso)
+EsitoLista FrmComplete::Apri(RichTextBox *editor, const ListaVoci &lista, const QString &prefisso,
+                             const ModoLista &modo)
 {
     if (lista.isEmpty() || Aperta())
         return {};
     const QPointer<FrmComplete> finestra(new FrmComplete(editor));
     Aperta() = finestra;
-    EsitoLista esito = finestra->Init(lista, prefisso);
+    EsitoLista esito = finestra->Init(lista, prefisso, modo);
     delete finestra.data();
     return esito;
 }
 
-EsitoLista FrmComplete::Init(const ListaVoci &lista, const QString &prefisso)
+EsitoLista FrmComplete::Init(const ListaVoci &lista, const QString &prefisso, const ModoLista &modo)
 {
+    m_modo = modo;
     m_modello = new ModelloVoci(lista, this);
     m_elenco->setModel(m_modello);
     m_inizio = m_editor->SelStart();
@@ -140,6 +145,7 @@ EsitoLista FrmComplete::Init(const ListaVoci &lista, const QString &prefisso)
             Chiudi();
     });
     TastiTrattenuti::Di(m_editor); // its filter must be there before a key comes
+    (void)CodaTasti::Di(m_editor);
     m_editor->setFocus();
     qApp->installEventFilter(this);
     show();
@@ -153,10 +159,8 @@ EsitoLista FrmComplete::Init(const ListaVoci &lista, const QString &prefisso)
     m_ciclo = nullptr;
     m_chiusa = true;
     hide();
-    for (std::unique_ptr<QEvent> &evento : m_inAttesa) {
-        if (m_editor)
-            QCoreApplication::postEvent(m_editor, evento.release());
-    }
+    if (m_editor)
+        CodaTasti::Di(m_editor).Anteponi(std::move(m_inAttesa));
     return m_esito;
 }
 
@@ -180,6 +184,7 @@ void FrmComplete::DigitaCarattere(const QString &carattere)
     }
     m_prefisso += carattere;
     m_digitati += int(carattere.size());
+    ColoraTesto::ColoraBattuta(m_editor);
     SelezionaVoce();
 }
 
@@ -203,7 +208,9 @@ void FrmComplete::Cancella()
 void FrmComplete::Conferma()
 {
     const int riga = RigaScelta();
-    const QString scelta = riga < 0 ? QString() : m_modello->Testo(riga);
+    QString scelta = riga < 0 ? QString() : m_modello->Testo(riga);
+    if (!m_modo.valori)
+        scelta = Impostazioni::NomeScelto(scelta, m_prefisso);
     if (m_chiusa || scelta.isEmpty()) {
         Chiudi();
         return;
@@ -212,7 +219,7 @@ void FrmComplete::Conferma()
         const QScopedValueRollback<bool> scrivo(m_scrivo, true);
         m_editor->Sostituisci(m_inizio - m_lunghezzaPrefisso, std::max(0, m_digitati + m_lunghezzaPrefisso), scelta);
     }
-    m_esito = {true, scelta};
+    m_esito = {true, scelta, {}};
     Chiudi();
 }
 
@@ -231,6 +238,33 @@ void FrmComplete::SelezionaVoce()
         m_elenco->setCurrentIndex(m_modello->index(riga));
     }
     m_rigaTenuta = RigaScelta();
+}
+
+// The list never sees the key: one that it has no use for would come back to the editor, and from there to the list.
+void FrmComplete::Naviga(int tasto)
+{
+    const int ultima = m_modello->rowCount() - 1;
+    const int pagina =
+        std::max(1, m_elenco->viewport()->height() / DisegnoVoce::Altezza(QFontMetrics(m_elenco->font())) - 1);
+    int riga = m_elenco->currentIndex().row(); // -1: none yet
+    switch (tasto) {
+    case Qt::Key_Up:
+        riga -= 1;
+        break;
+    case Qt::Key_Down:
+        riga += 1;
+        break;
+    case Qt::Key_PageUp:
+        riga -= pagina;
+        break;
+    case Qt::Key_PageDown:
+        riga += pagina;
+        break;
+    default:
+        riga = tasto == Qt::Key_Home ? 0 : ultima;
+        break;
+    }
+    m_elenco->setCurrentIndex(m_modello->index(std::clamp(riga, 0, ultima)));
 }
 
 void FrmComplete::LvwScrollRows(QListView *lista, int righe)

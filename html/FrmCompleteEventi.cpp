@@ -2,8 +2,11 @@
 
 #include "html/FrmComplete.h"
 
+#include "app/Impostazioni.h"
+#include "html/Battitura.h"
+#include "html/CodaTasti.h"
+#include "html/ColoraBattuta.h"
 #include "html/ModelloVoci.h"
-#include "html/ModuloCompletamento.h"
 #include "html/TastiTrattenuti.h"
 #include "platform/RichTextBox.h"
 
@@ -27,9 +30,10 @@ bool Scrivibile(QStringView testo)
 
 bool FrmComplete::Finisce(QStringView testo) const
 {
-    if (testo == u"\"" || testo == u">")
+    const QStringView segni = m_modo.valori ? u"\"'>" : u"\"'></";
+    if (segni.contains(testo.front()))
         return true;
-    // "<!--", "</", "<?", a value such as "#fff" or "../a.png": something else than what the list offers is written.
+    // "<!--", "<?", a value such as "#fff" or "../a.png": something else than what the list offers is written.
     return m_prefisso.isEmpty() && !testo.front().isLetterOrNumber() && !testo.front().isSurrogate() &&
            !m_modello->Comincia(testo);
 }
@@ -37,6 +41,33 @@ bool FrmComplete::Finisce(QStringView testo) const
 bool FrmComplete::AltroNome() const
 {
     return !m_prefisso.isEmpty() && !m_modello->Comincia(m_prefisso) && RigaScelta() == m_rigaTenuta;
+}
+
+bool FrmComplete::NomeIntero() const
+{
+    return !m_modello->Intera(m_prefisso).isEmpty() || (m_modo.nomeIntero && m_modo.nomeIntero(m_prefisso));
+}
+
+bool FrmComplete::Voluta() const
+{
+    if (RigaScelta() != m_rigaTenuta)
+        return true;
+    if (m_modo.chiesta && m_digitati == 0)
+        return m_prefisso.isEmpty() || m_modello->Comincia(m_prefisso);
+    // Between the user's own quotes stands what the user types.
+    return !m_prefisso.isEmpty() && !m_virgoletteProprie && m_modello->Comincia(m_prefisso) && !NomeIntero();
+}
+
+void FrmComplete::Lascia()
+{
+    const QString voce = m_modo.valori ? QString() : m_modello->Intera(m_prefisso);
+    const QString nome = voce.isEmpty() ? m_prefisso : Impostazioni::NomeIntero(voce, m_prefisso);
+    if (!m_chiusa && nome != m_prefisso && RigaScelta() == m_rigaTenuta) {
+        const QScopedValueRollback<bool> scrivo(m_scrivo, true);
+        m_editor->Sostituisci(m_editor->SelStart() - int(nome.size()), int(nome.size()), nome);
+        ColoraTesto::ColoraBattuta(m_editor);
+    }
+    Chiudi();
 }
 
 FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
@@ -48,11 +79,11 @@ FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
     switch (tasto.key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
+        return AltroNome() ? Azione::Lascia : Azione::Conferma;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return Azione::Conferma;
     case Qt::Key_Space:
-        return AltroNome() ? Azione::Lascia : Azione::Conferma;
+        return Voluta() ? Azione::Conferma : Azione::Lascia;
     case Qt::Key_Escape:
         return Azione::Esci;
     case Qt::Key_Backspace:
@@ -87,8 +118,8 @@ FrmComplete::Azione FrmComplete::AzioneDi(const QKeyEvent &tasto) const
     if (comando || !Scrivibile(tasto.text()))
         return Azione::Lascia;
     if (tasto.text() == u"=")
-        return AltroNome() ? Azione::Lascia : Azione::Conferma;
-    return Finisce(tasto.text()) ? Azione::Finisci : Azione::Scrivi;
+        return Voluta() ? Azione::Conferma : Azione::Lascia;
+    return Finisce(tasto.text()) ? Azione::Lascia : Azione::Scrivi;
 }
 
 bool FrmComplete::eventFilter(QObject *oggetto, QEvent *evento)
@@ -101,7 +132,7 @@ bool FrmComplete::eventFilter(QObject *oggetto, QEvent *evento)
     case QEvent::KeyRelease:
     case QEvent::InputMethod:
         if (oggetto == m_oggettoEditor || DiQuestaLista(oggetto))
-            return EventoTastiera(oggetto, evento);
+            return EventoTastiera(evento);
         return false;
     default:
         if (!m_chiusa)
@@ -110,7 +141,7 @@ bool FrmComplete::eventFilter(QObject *oggetto, QEvent *evento)
     }
 }
 
-bool FrmComplete::EventoTastiera(QObject *oggetto, QEvent *evento)
+bool FrmComplete::EventoTastiera(QEvent *evento)
 {
     if (m_chiusa) {
         // The caller has not had its turn yet.
@@ -119,15 +150,20 @@ bool FrmComplete::EventoTastiera(QObject *oggetto, QEvent *evento)
             m_inAttesa.emplace_back(evento->clone());
         return true;
     }
+    if (evento->type() != QEvent::InputMethod && evento->type() != QEvent::ShortcutOverride &&
+        CodaTasti::Di(m_editor).Trattiene(*evento)) {
+        evento->accept();
+        return true;
+    }
     if (evento->type() == QEvent::InputMethod)
         return !m_scrivo && TestoComposto(static_cast<QInputMethodEvent *>(evento));
     auto *tasto = static_cast<QKeyEvent *>(evento);
     if (evento->type() == QEvent::KeyPress)
-        return TastoPremuto(oggetto, tasto);
+        return TastoPremuto(tasto);
     if (evento->type() == QEvent::ShortcutOverride) {
         // What the list leaves alone may be a shortcut of the window.
-        if (AzioneDi(*tasto) == Azione::Lascia) {
-            Chiudi();
+        if (AzioneDi(*tasto) == Azione::Lascia && !PrendeVirgoletta(*tasto)) {
+            Lascia();
             return false;
         }
         evento->accept();
@@ -139,49 +175,45 @@ bool FrmComplete::EventoTastiera(QObject *oggetto, QEvent *evento)
     return true;
 }
 
-bool FrmComplete::TastoPremuto(QObject *oggetto, QKeyEvent *tasto)
+// The quote after the one that "=" brought is that one, and the values are still to be chosen from.
+bool FrmComplete::PrendeVirgoletta(const QKeyEvent &tasto) const
+{
+    return tasto.text() == u"\"" && m_modo.valori && m_prefisso.isEmpty() && !m_virgoletteProprie &&
+           Battitura::VirgolettaPortata(m_editor);
+}
+
+bool FrmComplete::TastoPremuto(QKeyEvent *tasto)
 {
     const Azione azione = AzioneDi(*tasto);
-    if (azione == Azione::Lascia || (m_esci && azione != Azione::Esci && azione != Azione::Ignora) ||
-        (azione == Azione::Finisci && tasto->text() == u">")) {
-        // ">" typed in the page also closes the tag, which is the editor's business.
-        Chiudi();
+    if (PrendeVirgoletta(*tasto)) {
+        TastiTrattenuti::Di(m_editor).Premuto(*tasto);
+        m_virgoletteProprie = Battitura::PrendiVirgoletta(m_editor);
+        return true;
+    }
+    if (azione == Azione::Lascia || (m_esci && azione != Azione::Esci && azione != Azione::Ignora)) {
+        // What the key does in the page is the editor's business.
+        Lascia();
         m_inAttesa.emplace_back(tasto->clone());
         return true;
     }
-    if (azione == Azione::Naviga) {
-        if (oggetto == m_elenco)
-            return false;
-        QCoreApplication::sendEvent(m_elenco, tasto);
-        TastiTrattenuti::Di(m_editor).Premuto(*tasto);
-        return true;
-    }
     TastiTrattenuti::Di(m_editor).Premuto(*tasto);
-    if (tasto->text() == u"\"" && ModuloCompletamento::VirgolettaGiaMessa(*m_editor))
-        return true;
     m_esci = azione == Azione::Esci || (m_esci && azione == Azione::Ignora);
     if (azione == Azione::Conferma)
         ConfermaCon(tasto->text());
     else if (azione == Azione::Cancella)
         Cancella();
-    else if (azione == Azione::Scrivi || azione == Azione::Finisci)
-        ScriviOFinisci(tasto->text());
+    else if (azione == Azione::Naviga)
+        Naviga(tasto->key());
+    else if (azione == Azione::Scrivi)
+        DigitaCarattere(tasto->text());
     return true;
 }
 
-void FrmComplete::ConfermaCon(QStringView testo)
+void FrmComplete::ConfermaCon(const QString &testo)
 {
     Conferma();
-    m_esito.uguale = m_esito.accettata && testo == u"=";
-}
-
-void FrmComplete::ScriviOFinisci(const QString &carattere)
-{
-    const bool finisce =
-        Finisce(carattere); // asked before the character belongs to what the entries are matched against
-    DigitaCarattere(carattere);
-    if (finisce)
-        Chiudi();
+    if (m_esito.accettata)
+        m_esito.tasto = testo;
 }
 
 bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
@@ -198,14 +230,14 @@ bool FrmComplete::TestoComposto(QInputMethodEvent *evento)
     for (qsizetype i = 0; i < testo.size() && !m_chiusa; ++i) {
         const QString carattere = testo.mid(i, testo[i].isHighSurrogate() ? 2 : 1);
         i += carattere.size() - 1;
-        if (carattere != u"=" && carattere.front() > u' ') {
-            ScriviOFinisci(carattere);
-        } else if (AltroNome()) {
-            DigitaCarattere(carattere);
-            Chiudi();
-        } else {
+        const bool scelta = carattere == u"=" || carattere.front() <= u' ';
+        const bool finisce = scelta || Finisce(carattere);
+        if (scelta && Voluta())
             ConfermaCon(carattere);
-        }
+        else
+            DigitaCarattere(carattere);
+        if (finisce)
+            Chiudi();
     }
     return true;
 }

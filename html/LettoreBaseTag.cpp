@@ -1,7 +1,10 @@
 #include "html/LettoreBaseTag.h"
 
+#include "platform/LetturaFile.h"
+
 #include <QFile>
 
+#include <fcntl.h>
 #include <sqlite3.h>
 
 #include <limits>
@@ -24,7 +27,7 @@ constexpr int MassimoTesto = 4096;           // bytes of a text
 constexpr qint64 MassimoCaselle = 500'000;   // slots made, of tags, attributes and values together
 constexpr int PassiPerControllo = 1'000'000; // steps of the database engine
 constexpr int MassimoControlli = 60;
-constexpr int AttesaMillisecondi = 100; // for a lock of somebody else
+constexpr qint64 MassimoFile = 64 << 20; // bytes
 
 // The rows wanted are those of
 //   SELECT * FROM (TAG INNER JOIN Property ON Tag.IDtag = Property.IDTag) left outer join PropValue
@@ -37,6 +40,18 @@ constexpr char DomandaProperty[] = "SELECT * FROM Property ORDER BY IDTag, IDPro
 constexpr char DomandaPropValue[] = "SELECT * FROM PropValue ORDER BY IDTag, IDProp, IDPropValue";
 
 constexpr int ColonneTag = 3; ///< TAG has exactly these; IDtag, and in Property IDProperty, is the first
+
+/// Whether a program that writes the base holds the lock which the engine has for that.
+bool InScrittura(const QFile &file)
+{
+    constexpr off_t Blocco = 0x40000000; // where the file format places its locks
+    struct flock chiave = {};
+    chiave.l_type = F_RDLCK;
+    chiave.l_whence = SEEK_SET;
+    chiave.l_start = Blocco;
+    chiave.l_len = 512;
+    return fcntl(file.handle(), F_OFD_GETLK, &chiave) == 0 && chiave.l_type != F_UNLCK;
+}
 
 /// The rows of one query, one after the other.
 class Cursore
@@ -124,13 +139,22 @@ private:
 
     bool Apri(const QString &percorso)
     {
+        // The engine itself would wait for a pipe, and could be given another file than the one looked at.
+        QFile file;
+        auto letto = ModuloPrincipale::ApriInLettura(percorso, file, MassimoFile);
+        if (letto && InScrittura(file))
+            return Fallito(u"the file is being written"_s);
+        if (letto)
+            letto = ModuloPrincipale::LeggiTutto(file, m_byte, MassimoFile);
+        if (!letto)
+            return Fallito(letto.motivo.isEmpty() ? u"it is no regular file of a bounded size"_s : letto.motivo);
         sqlite3 *base = nullptr;
-        const int esito = sqlite3_open_v2(QFile::encodeName(percorso).constData(), &base,
-                                          SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+        const int esito = sqlite3_open_v2(":memory:", &base, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
         m_base.reset(base);
-        if (esito != SQLITE_OK)
+        if (esito != SQLITE_OK ||
+            sqlite3_deserialize(base, "main", reinterpret_cast<unsigned char *>(m_byte.data()), m_byte.size(),
+                                m_byte.size(), SQLITE_DESERIALIZE_READONLY) != SQLITE_OK)
             return false;
-        sqlite3_busy_timeout(base, AttesaMillisecondi);
         sqlite3_limit(base, SQLITE_LIMIT_LENGTH, MassimoTesto);
         sqlite3_db_config(base, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
         sqlite3_db_config(base, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -284,6 +308,7 @@ private:
 
     QList<DatiTag> &m_tabella;
     EsitoLettura m_esito;
+    QByteArray m_byte; ///< the file; before the connection that reads it
     std::unique_ptr<sqlite3, decltype(&sqlite3_close)> m_base{nullptr, &sqlite3_close};
     Cursore m_tag, m_proprieta, m_valori; ///< after the connection, so that they end before it
     std::unordered_map<std::string, QString, Impronta, std::equal_to<>> m_testi;

@@ -75,19 +75,24 @@ ListaVoci VociValori(QStringView tag, QStringView attributo)
     return lista;
 }
 
-EsitoLista ListaTag(RichTextBox *editor, const QString &prefisso)
+EsitoLista ListaTag(RichTextBox *editor, const QString &prefisso, bool chiesta)
 {
-    return FrmComplete::Apri(editor, VociTag(), prefisso);
+    // Elements of drawings whose names begin those of others.
+    const auto nomeIntero = [](QStringView nome) { return nome.compare(u"text", Qt::CaseInsensitive) == 0; };
+    return FrmComplete::Apri(editor, VociTag(), prefisso, {.chiesta = chiesta, .nomeIntero = nomeIntero});
 }
 
-EsitoLista ListaAttributi(RichTextBox *editor, const QString &tag, const QString &prefisso)
+EsitoLista ListaAttributi(RichTextBox *editor, const QString &tag, const QString &prefisso, bool chiesta)
 {
-    return FrmComplete::Apri(editor, VociAttributi(tag), prefisso);
+    // A name that other tags have is no beginning of one that this tag has.
+    const auto nomeIntero = [tag](QStringView nome) { return ModuloTag::VerificaAttributo(tag, nome) != 2; };
+    return FrmComplete::Apri(editor, VociAttributi(tag), prefisso, {.chiesta = chiesta, .nomeIntero = nomeIntero});
 }
 
-EsitoLista ListaValori(RichTextBox *editor, const QString &tag, const QString &attributo)
+EsitoLista ListaValori(RichTextBox *editor, const QString &tag, const QString &attributo, const QString &prefisso,
+                       bool chiesta)
 {
-    return FrmComplete::Apri(editor, VociValori(tag, attributo), QString());
+    return FrmComplete::Apri(editor, VociValori(tag, attributo), prefisso, {.chiesta = chiesta, .valori = true});
 }
 
 } // namespace ModuloCompletamento

@@ -45,13 +45,21 @@ int ModelloVoci::Filtra(const QString &prefisso, int scelta)
         std::erase(contengono, tenuta);
         scelta = 0;
     } else if (!iniziano.empty()) {
-        scelta = 0;
+        const auto intera = std::find_if(iniziano.begin(), iniziano.end(),
+                                         [&](int voce) { return !cercato.isEmpty() && m_maiuscole[voce] == cercato; });
+        scelta = intera == iniziano.end() ? 0 : int(intera - iniziano.begin());
     }
     iniziano.insert(iniziano.end(), contengono.begin(), contengono.end());
     beginResetModel();
     m_visibili = std::move(iniziano);
     endResetModel();
     return scelta;
+}
+
+QString ModelloVoci::Intera(QStringView nome) const
+{
+    const qsizetype quale = nome.isEmpty() ? -1 : m_maiuscole.indexOf(nome.toString().toUpper());
+    return quale < 0 ? QString() : m_voci[quale].testo;
 }
 
 bool ModelloVoci::Comincia(QStringView prefisso) const

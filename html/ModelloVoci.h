@@ -17,9 +17,13 @@ public:
     explicit ModelloVoci(const ListaVoci &voci, QObject *parent = nullptr);
 
     /// Shows the entries that begin with \a prefisso, then those that hold it elsewhere, case ignored; both keep the
-    /// list's order. \a scelta is the row selected so far, -1 for none. Returns the row to select: the first one when
-    /// an entry begins with the prefix; else the entry that was selected, which then stays on show.
+    /// list's order. \a scelta is the row selected so far, -1 for none. Returns the row to select: when entries
+    /// begin with the prefix, the one that is the prefix, else the first of them; else the entry that was selected,
+    /// which then stays on show.
     [[nodiscard]] int Filtra(const QString &prefisso, int scelta);
+
+    /// The entry, shown or not, that is \a nome, case ignored; empty when there is none.
+    [[nodiscard]] QString Intera(QStringView nome) const;
 
     /// An entry, shown or not, begins with \a prefisso, case ignored.
     [[nodiscard]] bool Comincia(QStringView prefisso) const;

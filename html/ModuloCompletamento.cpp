@@ -2,9 +2,11 @@
 
 #include "app/TabellaLingua.h"
 #include "chrome/FrmAdvTooltip.h"
+#include "html/ColoraBattuta.h"
 #include "html/ColoraTesto.h"
 #include "html/ContestoTag.h"
 #include "html/ModuloTag.h"
+#include "html/Portati.h"
 #include "html/SchemaColori.h"
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
@@ -14,7 +16,9 @@
 
 #include <utility>
 
+using LetturaTag::Stato;
 using ModuloPrincipale::Messaggio;
+using Genere = Portati::Genere;
 using namespace Qt::StringLiterals;
 
 namespace ModuloCompletamento
@@ -44,27 +48,6 @@ void Avvisa(RichTextBox *editor, qint16 testo, int larghezza)
     editor->setFocus();
 }
 
-/// The tag name that is being written when no blank follows it anywhere: the readers then report none.
-QString NomeInFondo(const RichTextBox *editor)
-{
-    const int caretto = editor->SelStart();
-    const int apertura = editor->CercaIndietro(u'<', caretto);
-    QString nome = apertura < 0 ? QString() : editor->Parte(apertura + 1, caretto - apertura - 1);
-    for (const QChar c : std::as_const(nome)) {
-        if (!c.isLetterOrNumber() && c != u'-' && c != u'!')
-            return {};
-    }
-    return nome;
-}
-
-bool OccorrePrima(const RichTextBox *editor, const QString &nome)
-{
-    const int caretto = editor->SelStart();
-    const int apertura = editor->CercaIndietro(u'<', caretto);
-    return editor->Parte(apertura + 1, caretto - apertura - 1).contains(nome) ||
-           QStringView(editor->Text()).first(caretto).contains(nome);
-}
-
 /// Colours the entry that was inserted, and leaves the caret after it. \a da and \a fine bound where it is looked for.
 void ColoraScelta(RichTextBox *editor, const QString &scelta, int da, int fine, bool tag)
 {
@@ -91,20 +74,26 @@ void SegnaAttributo(RichTextBox *editor, const QString &attributo)
     editor->ImpostaSelStart(caretto);
 }
 
-/// The quote that was put in last, and what the page was then.
-struct Virgoletta {
-    const RichTextBox *editor = nullptr;
-    int caretto = 0;
-    int revisione = 0;
-};
-
-Virgoletta &Messa()
+/// Closes the quotes behind a value that a list put in, and puts a blank after them; the caret stays before it.
+void FinisciValore(RichTextBox *editor, int apre)
 {
-    static Virgoletta messa;
-    return messa;
+    Portati &portati = Portati::Di(editor);
+    const int caretto = editor->SelStart();
+    portati.Dimentica(Genere::Apre, apre);
+    portati.Dimentica(Genere::Chiude, caretto);
+    if (caretto < editor->Lunghezza() && editor->Unita(caretto) == u'"')
+        editor->ImpostaSelStart(caretto + 1);
+    else
+        editor->ImpostaSelText(u"\""_s);
+    editor->Colora(apre, editor->SelStart() - apre, SchemaColori::Valore);
+    portati.Metti(Genere::Spazio, u" "_s);
 }
 
-void OffriValori(RichTextBox *editor, const QString &tag, const QString &attributo, bool silenzioso)
+void Valori(RichTextBox *editor, const QString &tag, const QString &attributo, bool silenzioso, bool chiuse);
+
+/// The quotes behind "=", the values between them, and what follows a value that was accepted. With \a chiuse the
+/// closing quote stands there from the start.
+void OffriValori(RichTextBox *editor, const QString &tag, const QString &attributo, bool silenzioso, bool chiuse)
 {
     const int caretto = editor->SelStart();
     if (caretto < editor->Lunghezza() && editor->Unita(caretto) == u'"')
@@ -112,36 +101,56 @@ void OffriValori(RichTextBox *editor, const QString &tag, const QString &attribu
     editor->ImpostaSelColor(SchemaColori::Valore);
     if (silenzioso)
         return;
-    editor->ImpostaSelText(u"\""_s);
-    Messa() = {editor, editor->SelStart(), editor->Revisione()};
+    Portati &portati = Portati::Di(editor);
+    portati.Metti(Genere::Apre, u"\""_s);
+    editor->ImpostaSelStart(caretto + 1);
+    if (chiuse) {
+        editor->ImpostaSelColor(SchemaColori::Valore);
+        portati.Metti(Genere::Chiude, u"\""_s);
+    }
     const QPointer<RichTextBox> vivo(editor);
-    if (!ListaValori(editor, tag, attributo).accettata || !vivo)
-        return;
-    editor->ImpostaSelText(u"\" "_s);
-    editor->ImpostaSelStart(editor->SelStart() - 1);
+    if (ListaValori(editor, tag, attributo).accettata && vivo)
+        FinisciValore(editor, caretto);
 }
 
-/// Writes the "=" after the attribute \a attributo that a list inserted, and does what typing it does.
-void InserisciUguale(RichTextBox *editor, const QString &tag, const QString &attributo)
+/// Writes the "=" after the attribute \a attributo that a list inserted, and does what typing it does. What has no
+/// value gets none, unless the user typed the "=". True when the list of attributes is due again.
+bool DopoAttributo(RichTextBox *editor, const QString &tag, const QString &attributo, const QString &tasto)
 {
+    ColoraTesto::ColoraBattuta(editor);
+    if (tasto != u"=" && ModuloTag::SenzaValore(tag, attributo)) {
+        if (tasto != u" ")
+            return false;
+        editor->ImpostaSelText(tasto);
+        return true;
+    }
     const QPointer<RichTextBox> vivo(editor);
     editor->ImpostaSelText(u"="_s);
     if (DopoUguale())
         DopoUguale()(editor);
-    if (!vivo)
+    if (vivo)
+        Valori(editor, tag, attributo, false, true);
+    return false;
+}
+
+/// What follows the "=" of \a attributo at the caret.
+void Valori(RichTextBox *editor, const QString &tag, const QString &attributo, bool silenzioso, bool chiuse)
+{
+    const quint8 esito = ModuloTag::VerificaAttributo(tag, attributo);
+    if (esito == 1) {
+        OffriValori(editor, tag, attributo, silenzioso, chiuse);
         return;
-    const QString parola = ContestoTag::ParolaCorrente(editor);
-    SuggerisciValori(editor, tag, parola.isEmpty() ? attributo : parola, false);
+    }
+    SegnaAttributo(editor, attributo);
+    if (silenzioso || attributo.contains(u'-'))
+        return;
+    if (esito == 3)
+        Avvisa(editor, AttributoDiAltri, AvvisoLargo);
+    else
+        Avvisa(editor, AttributoSconosciuto, AvvisoStretto);
 }
 
 } // namespace
-
-bool VirgolettaGiaMessa(const RichTextBox &editor)
-{
-    const Virgoletta messa = std::exchange(Messa(), {});
-    return messa.editor == &editor && messa.revisione == editor.Revisione() && messa.caretto == editor.SelStart() &&
-           editor.SelLength() == 0;
-}
 
 void ImpostaDopoUguale(std::function<void(RichTextBox *)> azione)
 {
@@ -153,40 +162,59 @@ void SuggerisciAttributi(RichTextBox *editor, const QString &tag)
     if (tag.isEmpty())
         return;
     if (!ModuloTag::EsisteTag(tag)) {
-        Avvisa(editor, TagSconosciuto, AvvisoStretto);
+        // Names with a hyphen are the page's own.
+        if (!tag.contains(u'-'))
+            Avvisa(editor, TagSconosciuto, AvvisoStretto);
         return;
     }
-    // Quick fingers press the next key before they let go of Space: what they typed belongs to the entry.
-    const ContestoTag::TagAttributo qui = ContestoTag::LeggiTagAttributo(editor);
-    const QString prefisso = qui.tag == tag ? qui.attributo : QString();
     const QPointer<RichTextBox> vivo(editor);
-    const EsitoLista esito = ListaAttributi(editor, tag, prefisso);
-    if (!esito.accettata || !vivo)
-        return;
-    InserisciUguale(editor, tag, esito.scelta);
+    for (bool ancora = true; ancora && vivo;) {
+        // Quick fingers press the next key before they let go of Space: what they typed belongs to the entry.
+        const LetturaTag::Luogo qui = ContestoTag::LuogoDi(editor);
+        const QString prefisso = qui.stato == Stato::Attributo && qui.nome == tag ? qui.attributo : QString();
+        const EsitoLista esito = ListaAttributi(editor, tag, prefisso);
+        ancora = esito.accettata && vivo && DopoAttributo(editor, tag, esito.scelta, esito.tasto);
+    }
 }
 
-bool Suggerisci(RichTextBox *editor, const QString &tag, const QString &attributo)
+bool Suggerisci(RichTextBox *editor, bool chiesta)
 {
+    const LetturaTag::Luogo luogo = ContestoTag::LuogoDi(editor);
     const QPointer<RichTextBox> vivo(editor);
     const int caretto = editor->SelStart();
-    const bool diTag = attributo.isEmpty() && !ModuloTag::EsisteTag(tag);
-    EsitoLista esito;
-    QString prefisso = attributo;
-    if (diTag) {
-        if (!tag.isEmpty() && !OccorrePrima(editor, tag))
+    if (luogo.stato == Stato::Nome) {
+        EsitoLista esito = ListaTag(editor, luogo.nome, chiesta);
+        if (!esito.accettata || !vivo)
             return false;
-        prefisso = tag.isEmpty() ? NomeInFondo(editor) : tag;
-        esito = ListaTag(editor, prefisso);
-    } else {
-        esito = ListaAttributi(editor, tag, prefisso);
+        const int da = caretto - int(luogo.nome.size());
+        // An element has one case: its end tag is written as the start tag is.
+        if (const auto *fine = Portati::Di(editor).FineTagDi(esito.scelta); luogo.chiusura && fine)
+            editor->Sostituisci(da, int(esito.scelta.size()), fine->testo.sliced(2).chopped(1));
+        ColoraScelta(editor, editor->Parte(da, int(esito.scelta.size())), da, caretto + int(esito.scelta.size()) + 1,
+                     true);
+        if (esito.tasto == u" " && luogo.chiusura)
+            editor->ImpostaSelText(esito.tasto);
+        return true;
     }
+    if (!luogo.InTagIniziale())
+        return false;
+    if (luogo.stato == Stato::Virgolette) {
+        const QString valore = editor->Parte(luogo.inizioValore, caretto - luogo.inizioValore);
+        if (!ListaValori(editor, luogo.nome, luogo.attributo, valore, chiesta).accettata || !vivo)
+            return false;
+        FinisciValore(editor, luogo.inizioValore - 1);
+        return true;
+    }
+    const QString prefisso = luogo.stato == Stato::Attributo ? luogo.attributo : QString();
+    if (luogo.stato != Stato::Attributo && luogo.stato != Stato::Fuori)
+        return false;
+    const EsitoLista esito = ListaAttributi(editor, luogo.nome, prefisso, chiesta);
     if (!esito.accettata || !vivo)
         return false;
-    ColoraScelta(editor, esito.scelta, caretto - int(prefisso.size()), caretto + int(esito.scelta.size()) + 1, diTag);
-    // Who accepts with "=" goes on with the value; without the sign it would be glued to the name.
-    if (esito.uguale && !diTag)
-        InserisciUguale(editor, tag, esito.scelta);
+    const int lunghezza = int(esito.scelta.size());
+    ColoraScelta(editor, esito.scelta, caretto - int(prefisso.size()), caretto + lunghezza + 1, false);
+    if (DopoAttributo(editor, luogo.nome, esito.scelta, esito.tasto))
+        SuggerisciAttributi(editor, luogo.nome);
     return true;
 }
 
@@ -194,38 +222,7 @@ void SuggerisciValori(RichTextBox *editor, const QString &tag, QString attributo
 {
     if (attributo.endsWith(u'"'))
         attributo.chop(1);
-    const quint8 esito = ModuloTag::VerificaAttributo(tag, attributo);
-    if (esito == 1) {
-        OffriValori(editor, tag, attributo, silenzioso);
-        return;
-    }
-    SegnaAttributo(editor, attributo);
-    if (silenzioso)
-        return;
-    if (esito == 3)
-        Avvisa(editor, AttributoDiAltri, AvvisoLargo);
-    else
-        Avvisa(editor, AttributoSconosciuto, AvvisoStretto);
-}
-
-void ChiudiTag(RichTextBox *editor)
-{
-    const int caretto = editor->SelStart();
-    // In a quoted value, and where no tag is open, ">" closes none.
-    if (!ContestoTag::DentroTag(editor) || LetturaTag::DentroVirgolette(*editor, caretto))
-        return;
-    const int inizio = editor->CercaIndietro(u'<', caretto) + 1;
-    int fine = inizio;
-    while (fine < caretto && editor->Unita(fine) != u' ')
-        ++fine;
-    const QString nome = editor->Parte(inizio, fine - inizio);
-    const int casella = ModuloTag::CasellaTag(nome);
-    if (nome.isEmpty() || casella < 1 || !ModuloTag::ArrayTag()[casella].CloseTag)
-        return;
-    editor->ImpostaSelStart(caretto);
-    editor->ImpostaSelColor(SchemaColori::Tag);
-    editor->ImpostaSelText(u"</"_s + nome + u'>');
-    editor->ImpostaSelStart(caretto);
+    Valori(editor, tag, attributo, silenzioso, false);
 }
 
 void MostraAvviso(RichTextBox *editor, const QString &titolo, const QString &testo, int larghezza)

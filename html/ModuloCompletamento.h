@@ -17,25 +17,20 @@ namespace ModuloCompletamento
 /// empty one, nothing.
 void SuggerisciAttributi(RichTextBox *editor, const QString &tag);
 
-/// Tags, when \a attributo is empty and \a tag is none; else the attributes of \a tag that \a attributo begins. What is
-/// inserted gets its colour. True when an entry was accepted.
-bool Suggerisci(RichTextBox *editor, const QString &tag, const QString &attributo);
+/// What the caret's place asks for: tags in a tag's name, attributes behind it, values between quotes. What is inserted
+/// gets its colour; an attribute gets "=" and quotes with the caret between them. With \a chiesta the user asked for
+/// the list, and the entry that it shows is chosen. True when an entry was accepted.
+bool Suggerisci(RichTextBox *editor, bool chiesta);
 
 /// Values of \a attributo, after its "=": opens the quotes, and closes them when a value was accepted; the caret then
-/// stands right after them. An attribute that does not belong here is marked and gets a hint. With \a silenzioso there
-/// is neither list, insertion nor hint, only the colour. Nothing when the quotes are there already.
+/// stands right after them, before a blank. An attribute that does not belong here is marked and gets a hint. With \a
+/// silenzioso there is neither list, insertion nor hint, only the colour. Nothing when the quotes are there already.
 void SuggerisciValori(RichTextBox *editor, const QString &tag, QString attributo, bool silenzioso);
 
-/// Whether the opening quote that the last "=" brought stands right before the caret and nothing came since: a quote
-/// that is typed now is that one, and must not come twice. True once only.
-[[nodiscard]] bool VirgolettaGiaMessa(const RichTextBox &editor);
-
-/// Before a typed ">" reaches the text: puts the closing tag of the tag that it ends after the caret.
-void ChiudiTag(RichTextBox *editor);
-
-EsitoLista ListaTag(RichTextBox *editor, const QString &prefisso);
-EsitoLista ListaAttributi(RichTextBox *editor, const QString &tag, const QString &prefisso);
-EsitoLista ListaValori(RichTextBox *editor, const QString &tag, const QString &attributo);
+EsitoLista ListaTag(RichTextBox *editor, const QString &prefisso, bool chiesta = false);
+EsitoLista ListaAttributi(RichTextBox *editor, const QString &tag, const QString &prefisso, bool chiesta = false);
+EsitoLista ListaValori(RichTextBox *editor, const QString &tag, const QString &attributo, const QString &prefisso = {},
+                       bool chiesta = false);
 
 /// The entries that the three lists above show.
 [[nodiscard]] ListaVoci VociTag();

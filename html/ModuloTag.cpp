@@ -77,6 +77,36 @@ quint8 VerificaAttributo(QStringView tag, QStringView attributo)
     return StatoCorrente().indice.VerificaAttributo(tag, attributo);
 }
 
+namespace
+{
+
+const DatiProprieta *Proprieta(QStringView tag, QStringView attributo)
+{
+    const int casella = CasellaTag(tag);
+    if (casella < 1 || attributo.isEmpty())
+        return nullptr;
+    for (const DatiProprieta &proprieta : ArrayTag()[casella].Proprieta) {
+        if (attributo.compare(proprieta.Property, Qt::CaseInsensitive) == 0)
+            return &proprieta;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool SenzaValore(QStringView tag, QStringView attributo)
+{
+    constexpr qint32 Booleano = 2;
+    const DatiProprieta *proprieta = Proprieta(tag, attributo);
+    return proprieta && proprieta->Type == Booleano;
+}
+
+bool ValoreInLista(QStringView tag, QStringView attributo, QStringView valore)
+{
+    const DatiProprieta *proprieta = Proprieta(tag, attributo);
+    return proprieta && !valore.isEmpty() && proprieta->Valori.contains(valore, Qt::CaseInsensitive);
+}
+
 quint8 VerificaValore(QStringView tag, QStringView attributo, QStringView valore)
 {
     return StatoCorrente().indice.VerificaValore(tag, attributo, valore);

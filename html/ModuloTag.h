@@ -47,4 +47,10 @@ void ImpostaArrayTag(const QList<DatiTag> &tabella);
 /// the list or the attribute belongs to another tag only. 2: the tag or the attribute is unknown.
 [[nodiscard]] quint8 VerificaValore(QStringView tag, QStringView attributo, QStringView valore);
 
+/// The attribute belongs to the tag and stands without a value.
+[[nodiscard]] bool SenzaValore(QStringView tag, QStringView attributo);
+
+/// The tag's list for the attribute is not empty and has the value.
+[[nodiscard]] bool ValoreInLista(QStringView tag, QStringView attributo, QStringView valore);
+
 } // namespace ModuloTag

@@ -1,6 +1,7 @@
 #include "html/PausaControllo.h"
 
 #include "html/Avanzamento.h"
+#include "html/CodaTasti.h"
 
 #include "platform/RichTextBox.h"
 
@@ -32,10 +33,8 @@ PausaControllo::~PausaControllo()
         m_editor->ImpostaPosizioneScorrimento(m_scorrimento);
     if (m_disegnava)
         m_editor->Ridisegna(true);
-    for (auto &[oggetto, evento] : m_tasti) {
-        if (oggetto)
-            QCoreApplication::postEvent(oggetto, evento.release());
-    }
+    // In the queue of all keys, so that none that comes now passes them.
+    CodaTasti::Di(m_editor).Anteponi(std::move(m_tasti));
 }
 
 bool PausaControllo::Passa(qsizetype valore)
@@ -70,7 +69,7 @@ bool PausaControllo::eventFilter(QObject *oggetto, QEvent *evento)
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::InputMethod:
-        m_tasti.emplace_back(oggetto, std::unique_ptr<QEvent>(evento->clone()));
+        m_tasti.emplace_back(evento->clone());
         return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:

@@ -5,8 +5,8 @@
 #include <QPoint>
 #include <QPointer>
 
+#include <deque>
 #include <memory>
-#include <vector>
 
 class QEvent;
 class RichTextBox;
@@ -44,7 +44,7 @@ private:
     bool m_mostrato = false;
     bool m_nascosto = false;
     QElapsedTimer m_durata;
-    std::vector<std::pair<QPointer<QObject>, std::unique_ptr<QEvent>>> m_tasti;
+    std::deque<std::unique_ptr<QEvent>> m_tasti;
 };
 
 } // namespace ModuloVerificaSintassi

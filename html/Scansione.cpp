@@ -170,7 +170,7 @@ private:
         if (valore.startsWith(u'"') || valore.startsWith(u'\'')) {
             valore = valore.sliced(1).chopped(1);
             ++dove;
-        } else if (!valore.isEmpty() && Bianco(valore.back())) {
+        } else if (!valore.isEmpty() && (Bianco(valore.back()) || valore.back() == u'<')) {
             valore.chop(1);
         }
         if (valore.isEmpty() || attributo.isEmpty())
@@ -240,7 +240,7 @@ qsizetype FineValore(QStringView testoTag, qsizetype uguale)
     }
     for (qsizetype i = uguale; i < lunghezza; ++i) {
         const QChar c = testoTag[i];
-        if (Bianco(c) || c == u'>' || c == u'"' || c == u'\'')
+        if (Bianco(c) || c == u'>' || c == u'<' || c == u'"' || c == u'\'')
             return i + 2;
     }
     return lunghezza + 1;

@@ -1,6 +1,7 @@
 #include "html/VerificaDaRiga.h"
 
 #include "html/Risultati.h"
+#include "platform/NomiFile.h"
 
 #include <QJsonObject>
 
@@ -17,6 +18,7 @@ using namespace ModuloVerificaSintassi;
 class Raccolta : public Ricevitore
 {
 public:
+    bool Prosegui(qsizetype) override { return !soloPrimo || ++m_tag == 1; }
     void Trova(const Riscontro &riscontro) override
     {
         if (!registro.Aggiungi(riscontro))
@@ -25,37 +27,53 @@ public:
         nomi.append(riscontro.nome.first(std::min(riscontro.nome.size(), MassimoNome)).toString());
     }
 
+    bool soloPrimo = false; ///< end the walk after the first tag
     Registro registro;
     QList<int> colonne{0}; ///< per slot of the records
     QStringList nomi{QString()};
+
+private:
+    int m_tag = 0;
 };
+
+/// Every fault. The walk of an opened page passes over a tag with which the page begins, which may hold others.
+void Raccogli(QStringView testo, Raccolta &raccolta)
+{
+    if (testo.startsWith(u'<')) {
+        raccolta.soloPrimo = true;
+        Scandisci(testo, {.primaFine = 0}, raccolta);
+        raccolta.soloPrimo = false;
+    }
+    Scandisci(testo, {}, raccolta);
+}
 
 } // namespace
 
 QString InRighe(const QString &file, const QString &testo)
 {
     Raccolta raccolta;
-    Scandisci(testo, {}, raccolta);
+    Raccogli(testo, raccolta);
+    const QString inizio = NomiFile::Leggibile(file) + u':';
     QString righe;
-    for (const Registro::Voce &voce : raccolta.registro.Visibili(testo))
-        righe += file + u':' + voce.testo + u'\n';
+    for (const RisultatoControllo &risultato : raccolta.registro.Risultati().sliced(1))
+        righe += inizio + NomiFile::Leggibile(risultato.Testo) + u'\n';
     return righe;
 }
 
 QJsonArray InJson(const QString &file, const QString &testo)
 {
     Raccolta raccolta;
-    Scandisci(testo, {}, raccolta);
+    Raccogli(testo, raccolta);
+    const auto &risultati = raccolta.registro.Risultati();
     QJsonArray oggetti;
-    for (const Registro::Voce &voce : raccolta.registro.Visibili(testo)) {
-        const RisultatoControllo &risultato = raccolta.registro.Risultati()[voce.risultato];
+    for (qsizetype i = 1; i < risultati.size(); ++i) {
         oggetti.append(QJsonObject{{u"file"_s, file},
-                                   {u"line"_s, risultato.Riga},
-                                   {u"column"_s, raccolta.colonne[voce.risultato]},
-                                   {u"position"_s, risultato.Posizione},
-                                   {u"type"_s, risultato.Tipo},
-                                   {u"name"_s, raccolta.nomi[voce.risultato]},
-                                   {u"message"_s, voce.testo}});
+                                   {u"line"_s, risultati[i].Riga},
+                                   {u"column"_s, raccolta.colonne[i]},
+                                   {u"position"_s, risultati[i].Posizione},
+                                   {u"type"_s, risultati[i].Tipo},
+                                   {u"name"_s, raccolta.nomi[i]},
+                                   {u"message"_s, risultati[i].Testo}});
     }
     return oggetti;
 }

@@ -7,12 +7,13 @@
 namespace VerificaDaRiga
 {
 
-/// Checks the page \a testo as the check of an opened page would and gives one line a finding, each with its line feed:
-/// \a file, ":" and what the results window shows. Empty without findings. Linear in the page.
+/// Checks the page \a testo and gives one line a finding, each with its line feed: \a file, ":" and the message, as
+/// NomiFile::Leggibile writes them. Unlike the check of an opened page it looks at a tag with which the page begins,
+/// too. Empty without findings. Linear in the page.
 [[nodiscard]] QString InRighe(const QString &file, const QString &testo);
 
-/// The same as JSON objects: file, line and column (from 1), position (from 0, UTF-16 units), type (1 unknown tag, 2
-/// attribute, 3 value), name, message.
+/// The same as JSON objects, with every text as it is: file, line and column (from 1), position (from 0, UTF-16 units),
+/// type (1 unknown tag, 2 attribute, 3 value), name, message.
 [[nodiscard]] QJsonArray InJson(const QString &file, const QString &testo);
 
 } // namespace VerificaDaRiga

@@ -1,10 +1,11 @@
 #include "html/VerificaSintassi.h"
 
 #include "html/Avanzamento.h"
+#include "html/ColoraBattuta.h"
 #include "html/FrmControlloSintassi.h"
 #include "html/PausaControllo.h"
 #include "html/Risultati.h"
-#include "html/SchemaColori.h"
+#include "html/SeguitoPagina.h"
 
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
@@ -26,6 +27,12 @@ CreaAvanzamento &Creatore()
     return crea;
 }
 
+DopoVerifica &Ascoltatore()
+{
+    static DopoVerifica dopo;
+    return dopo;
+}
+
 /// Says to the whole program that a check works.
 class ControlloAttivo
 {
@@ -39,91 +46,83 @@ public:
 class Coloritore : public Ricevitore
 {
 public:
-    /// \a mantieni: colours leave underlines as they are. \a pausa may be null: no events.
-    Coloritore(RichTextBox &editor, bool mantieni, PausaControllo *pausa)
-        : m_editor(editor), m_mantieni(mantieni), m_pausa(pausa)
-    {
-    }
-
-    bool Prosegui(qsizetype fine) override { return !m_pausa || fine % 100 != 0 || m_pausa->Passa(fine); }
+    explicit Coloritore(RichTextBox &editor) : m_editor(editor) {}
 
     void Segna(Segno segno, qsizetype da, qsizetype quanti) override
     {
-        m_editor.Colora(int(da), int(quanti), Colore(segno));
+        m_editor.Colora(int(da), int(quanti), ColoraTesto::ColoreDi(segno));
         if (segno == Segno::Errore)
             m_editor.Sottolinea(int(da), int(quanti), true);
-        else if (segno != Segno::Commento && !m_mantieni)
-            m_editor.Sottolinea(int(da), int(quanti) + 2, false);
     }
 
-    void Trova(const Riscontro &riscontro) override { m_nuovi |= RegistroPagina().Aggiungi(riscontro); }
-
-    [[nodiscard]] bool Nuovi() const { return m_nuovi; }
+    void Trova(const Riscontro &riscontro) override { (void)RegistroPagina().Aggiungi(riscontro); }
 
 private:
-    [[nodiscard]] static ColoreBgr Colore(Segno segno)
-    {
-        switch (segno) {
-        case Segno::Tag:
-            return SchemaColori::Tag;
-        case Segno::Attributo:
-            return SchemaColori::Attributo;
-        case Segno::Valore:
-            return SchemaColori::Valore;
-        case Segno::Commento:
-        case Segno::Errore:
-            break;
-        }
-        return SchemaColori::Commento;
-    }
-
     RichTextBox &m_editor;
-    bool m_mantieni;
+};
+
+/// The same for a whole page: marks of faults that are none any more go as the walk passes them.
+class ColoritorePagina : public Coloritore
+{
+public:
+    /// \a pausa may be null: no events.
+    ColoritorePagina(RichTextBox &editor, PausaControllo *pausa) : Coloritore(editor), m_editor(editor), m_pausa(pausa)
+    {
+    }
+
+    bool Prosegui(qsizetype fine) override
+    {
+        if (m_pausa && fine % 100 == 0 && !m_pausa->Passa(fine))
+            return false;
+        Pulisci(fine);
+        return true;
+    }
+
+    void Trova(const Riscontro &riscontro) override
+    {
+        Coloritore::Trova(riscontro);
+        m_falli.push_back(ElencoRisultati::Da(riscontro));
+    }
+
+    /// The walk has come as far as \a fino.
+    void Pulisci(qsizetype fino)
+    {
+        m_editor.Sottolinea(int(m_passati), int(fino - m_passati), false);
+        m_passati = fino;
+    }
+
+    [[nodiscard]] qsizetype Passati() const { return m_passati; }
+    [[nodiscard]] ElencoRisultati::Falli &&Falli() { return std::move(m_falli); }
+
+private:
+    RichTextBox &m_editor;
     PausaControllo *m_pausa;
-    bool m_nuovi = false;
+    ElencoRisultati::Falli m_falli;
+    qsizetype m_passati = 0; ///< units of the page
 };
 
-class LettoreControllo : public LettorePagina
+/// How far a walk has come and what it has found.
+struct Cammino {
+    bool finito = false;
+    qsizetype passati = 0; ///< units of the page
+    ElencoRisultati::Falli falli;
+};
+
+Cammino Cammina(RichTextBox &editor, int primaFine, bool mostraAvanzamento)
 {
-public:
-    explicit LettoreControllo(const RichTextBox &editor) : m_editor(editor) {}
-    [[nodiscard]] qsizetype Lunghezza() const override { return m_editor.Lunghezza(); }
-    [[nodiscard]] QString Parte(qsizetype da, qsizetype quanti) const override
-    {
-        return m_editor.Parte(int(da), int(quanti));
+    const QString testo = editor.Text();
+    std::unique_ptr<Avanzamento> avanzamento;
+    std::optional<PausaControllo> pausa;
+    if (mostraAvanzamento) {
+        if (Creatore())
+            avanzamento = Creatore()(ModuloPrincipale::Messaggio(85), testo.size());
+        pausa.emplace(editor, avanzamento.get());
     }
-    [[nodiscard]] QString Tutta() const override { return m_editor.Text(); }
-
-private:
-    const RichTextBox &m_editor;
-};
-
-/// What has become of the text of one control since the findings were listed for it.
-class CambiamentiDi : public QObject
-{
-public:
-    explicit CambiamentiDi(const RichTextBox &editor)
-    {
-        connect(&editor, &RichTextBox::TestoCambiato, this, [this](int da, int tolti, int aggiunti) {
-            m_cambiamento.Unisci({da, tolti, aggiunti});
-        });
-    }
-    [[nodiscard]] Cambiamento Preleva() { return std::exchange(m_cambiamento, {}); }
-
-private:
-    Cambiamento m_cambiamento;
-};
-
-/// Nothing when the findings were not listed for this control the last time.
-std::optional<Cambiamento> Dopo(const RichTextBox &editor)
-{
-    static QPointer<const RichTextBox> ultimo;
-    static std::unique_ptr<CambiamentiDi> cambiamenti;
-    if (ultimo == &editor)
-        return cambiamenti->Preleva();
-    ultimo = &editor;
-    cambiamenti = std::make_unique<CambiamentiDi>(editor);
-    return std::nullopt;
+    ColoritorePagina coloritore(editor, pausa ? &*pausa : nullptr);
+    const bool finito = (!pausa || pausa->Passa(0)) && Scandisci(testo, {.primaFine = primaFine}, coloritore);
+    if (finito)
+        coloritore.Pulisci(testo.size());
+    return {finito, coloritore.Passati(), coloritore.Falli()};
 }
 
 } // namespace
@@ -133,58 +132,58 @@ void ImpostaAvanzamento(CreaAvanzamento crea)
     Creatore() = std::move(crea);
 }
 
+void ImpostaDopoVerifica(DopoVerifica dopo)
+{
+    Ascoltatore() = std::move(dopo);
+}
+
 void VerificaSintassi(RichTextBox &editor, int primaFine, bool mostraAvanzamento)
 {
     if (ModuloDichiarazioni::Stato().ControlloInCorso)
         return;
-    const ControlloAttivo attivo;
-    const QPointer<RichTextBox> vivo(&editor);
-    const QString testo = editor.Text();
-    bool nuovi = false;
+    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta())
+        finestra->Seguito(editor).Prepara();
+    Cammino cammino;
     {
-        std::unique_ptr<Avanzamento> avanzamento;
-        std::optional<PausaControllo> pausa;
-        if (mostraAvanzamento) {
-            if (Creatore())
-                avanzamento = Creatore()(ModuloPrincipale::Messaggio(85), testo.size());
-            pausa.emplace(editor, avanzamento.get());
-        }
-        Coloritore coloritore(editor, mostraAvanzamento, pausa ? &*pausa : nullptr);
-        if (!pausa || pausa->Passa(0))
-            Scandisci(testo, {.primaFine = primaFine}, coloritore);
-        nuovi = coloritore.Nuovi();
+        const ControlloAttivo attivo;
+        const QPointer<RichTextBox> vivo(&editor);
+        cammino = Cammina(editor, primaFine, mostraAvanzamento);
+        if (!vivo)
+            return;
+        if (editor.isVisible())
+            editor.setFocus();
     }
-    if (!vivo)
-        return;
-    if (editor.isVisible())
-        editor.setFocus();
-    if (nuovi)
-        AggiornaElencoErrori(editor);
+    int falli = int(cammino.falli.size());
+    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta()) {
+        finestra->Seguito(editor).Concludi(std::move(cammino.falli), cammino.passati);
+        falli = finestra->ListCount();
+    }
+    if (Ascoltatore())
+        Ascoltatore()(cammino.finito, falli);
 }
 
 void VerificaFrammento(RichTextBox &editor, int da, int quanti, int primaFine)
 {
     if (ModuloDichiarazioni::Stato().ControlloInCorso)
         return;
-    const ControlloAttivo attivo;
-    const QString testo = editor.Parte(da, quanti);
-    Coloritore coloritore(editor, false, nullptr);
-    Scandisci(testo, {.primaFine = primaFine, .scarto = da, .riga = editor.GetLineFromChar(da) + 1}, coloritore);
-    if (editor.isVisible())
-        editor.setFocus();
-    if (coloritore.Nuovi())
-        AggiornaElencoErrori(editor);
+    {
+        const ControlloAttivo attivo;
+        const QString testo = editor.Parte(da, quanti);
+        editor.Sottolinea(da, quanti - 1, false); // what stands there was marked before; the last unit is not the tag's
+        Coloritore coloritore(editor);
+        Scandisci(testo, {.primaFine = primaFine, .scarto = da, .riga = editor.GetLineFromChar(da) + 1}, coloritore);
+        if (editor.isVisible())
+            editor.setFocus();
+    }
+    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta())
+        finestra->Seguito(editor).Controllata(da, quanti);
+    AggiornaElencoErrori(editor);
 }
 
 void AggiornaElencoErrori(const RichTextBox &editor)
 {
-    FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta();
-    if (!finestra)
-        return;
-    if (ArrayRisultati().size() == 1)
-        finestra->Svuota();
-    else
-        finestra->Elenca(RegistroPagina().Visibili(LettoreControllo(editor), Dopo(editor)));
+    if (FrmControlloSintassi *finestra = FrmControlloSintassi::Aperta())
+        finestra->Seguito(editor).Aggiorna();
 }
 
 } // namespace ModuloVerificaSintassi

@@ -23,31 +23,12 @@ public:
     QList<Aspetto> aspetti;
     QList<Risultato> risultati;
 
-    /// \a controllato is the text that is walked: the page's, or a fragment padded to stand at its place in it.
-    void Verifica(const QString &controllato, int fine, bool mantieni)
+    /// The whole page.
+    void Verifica(int fine)
     {
-        const auto tabella = ModuloTag::ArrayTag();
-        bool script = false;
-        for (;;) {
-            QString testoTag, nome;
-            const int inizio = ProssimoTag(controllato, fine, testoTag, nome);
-            if (inizio < 1 || fine < 1)
-                return;
-            if (testoTag.toUpper() == u"/SCRIPT")
-                script = false;
-            if (!nome.isEmpty()) {
-                QString maiuscolo = nome.toUpper();
-                const auto casella = ModuloTag::CercaTag(tabella, maiuscolo);
-                if (!QStringView(u"!?%").contains(nome[0]) && !script) {
-                    UnTag(inizio, testoTag, nome, int(casella), mantieni);
-                } else if (nome.startsWith(u"!--")) {
-                    Seleziona(inizio - 1, int(testoTag.size()) + 1);
-                    Colore(0x808080);
-                }
-            }
-            if (nome.toUpper() == u"SCRIPT" && testoTag.toUpper() != u"/SCRIPT")
-                script = true;
-        }
+        for (Aspetto &aspetto : aspetti)
+            aspetto.onda = false;
+        Cammina(testo, fine);
     }
 
     /// What releasing Space with the caret at \a caretto does to the tag around it.
@@ -61,7 +42,9 @@ public:
             p2 = caretto;
         if (p2 < 1)
             return;
-        Verifica(QString(p1 - 1, u' ') + testo.mid(p1 - 1, p2 - p1 + 2), 2, false);
+        Seleziona(p1 - 1, p2 - p1 + 1);
+        Onda(false);
+        Cammina(QString(p1 - 1, u' ') + testo.mid(p1 - 1, p2 - p1 + 2), 2);
     }
 
     [[nodiscard]] int Limita(int p) const
@@ -80,6 +63,33 @@ public:
 private:
     int m_selStart = 0, m_selLength = 0;
 
+    /// \a controllato is the text that is walked: the page's, or a fragment padded to stand at its place in it.
+    void Cammina(const QString &controllato, int fine)
+    {
+        const auto tabella = ModuloTag::ArrayTag();
+        bool script = false;
+        for (;;) {
+            QString testoTag, nome;
+            const int inizio = ProssimoTag(controllato, fine, testoTag, nome);
+            if (inizio < 1 || fine < 1)
+                return;
+            if (testoTag.toUpper() == u"/SCRIPT")
+                script = false;
+            if (!nome.isEmpty()) {
+                QString maiuscolo = nome.toUpper();
+                const auto casella = ModuloTag::CercaTag(tabella, maiuscolo);
+                if (!QStringView(u"!?%").contains(nome[0]) && !script) {
+                    UnTag(inizio, testoTag, nome, int(casella));
+                } else if (nome.startsWith(u"!--")) {
+                    Seleziona(inizio - 1, int(testoTag.size()) + 1);
+                    Colore(0x808080);
+                }
+            }
+            if (nome.toUpper() == u"SCRIPT" && testoTag.toUpper() != u"/SCRIPT")
+                script = true;
+        }
+    }
+
     void Seleziona(int da, int quanti)
     {
         m_selStart = Limita(da);
@@ -95,14 +105,10 @@ private:
         for (int i = 0; i < m_selLength; ++i)
             aspetti[m_selStart + i].onda = onda;
     }
-    void ColoraParola(int lunghezza, ColoreBgr colore, bool mantieni)
+    void ColoraParola(int lunghezza, ColoreBgr colore)
     {
         Seleziona(m_selStart, lunghezza);
         Colore(colore);
-        if (!mantieni) {
-            Seleziona(m_selStart, lunghezza + 2);
-            Onda(false);
-        }
         Seleziona(m_selStart, 0);
     }
     void SegnaErrore(int lunghezza)
@@ -154,7 +160,7 @@ private:
             return chiusura == 0 ? 0 : chiusura + 1;
         }
         int fine = int(tag.size());
-        for (const char16_t c : {8, 9, 10, 13, 32, int('>')}) {
+        for (const char16_t c : {8, 9, 10, 13, 32, int('>'), int('<')}) {
             if (const int p = Cerca(uguale, tag, QString(QChar(c))); p > 0)
                 fine = std::min(fine, p);
         }
@@ -176,7 +182,7 @@ private:
         risultati.append({posizione, riga, tipo, messaggio});
     }
 
-    void UnTag(int inizio, const QString &testoTag, const QString &nome, int casella, bool mantieni)
+    void UnTag(int inizio, const QString &testoTag, const QString &nome, int casella)
     {
         using ModuloPrincipale::Messaggio;
         Seleziona(inizio, 0);
@@ -185,7 +191,7 @@ private:
             Aggiungi(inizio, 1, QStringLiteral("Il tag"), nome, QStringLiteral("non esiste."));
             return;
         }
-        ColoraParola(int(nome.size()) + 1, 0xC00000, mantieni);
+        ColoraParola(int(nome.size()) + 1, 0xC00000);
         if (testoTag == nome)
             return;
         int p = 2;
@@ -198,7 +204,7 @@ private:
             if (!esente) {
                 const QString cercato = attributo.endsWith(u'"') ? attributo.chopped(1) : attributo;
                 if (ModuloTag::VerificaAttributo(nome, cercato) == 1) {
-                    ColoraParola(int(cercato.size()), 0xFF00FF, mantieni);
+                    ColoraParola(int(cercato.size()), 0xFF00FF);
                 } else {
                     SegnaErrore(int(cercato.size()));
                     Aggiungi(inizio + s, 2, Messaggio(81), attributo, Messaggio(82));
@@ -213,13 +219,13 @@ private:
                     Seleziona(inizio + e + 1, 0);
                 } else {
                     valore = Pezzo(testoTag, e + 1, v - e - 1);
-                    if (!valore.isEmpty() && QStringView(u"\b\t\n\r ").contains(valore.back()))
+                    if (!valore.isEmpty() && QStringView(u"\b\t\n\r <").contains(valore.back()))
                         valore.chop(1);
                     Seleziona(inizio + e, 0);
                 }
                 if (!esente && !valore.isEmpty() && !attributo.isEmpty()) {
                     if (ModuloTag::VerificaValore(nome, attributo, valore) == 1) {
-                        ColoraParola(int(valore.size()), 0xFF, mantieni);
+                        ColoraParola(int(valore.size()), 0xFF);
                     } else {
                         SegnaErrore(int(valore.size()));
                         Aggiungi(inizio + e, 3, Messaggio(83), valore, Messaggio(84));

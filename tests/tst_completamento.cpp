@@ -2,6 +2,7 @@
 
 #include "app/TabellaLingua.h"
 #include "chrome/FrmAdvTooltip.h"
+#include "html/Battitura.h"
 #include "html/ContestoTag.h"
 #include "html/FrmComplete.h"
 #include "html/ModuloCompletamento.h"
@@ -40,7 +41,8 @@ void CaricaBase()
           proprieta(u"WIDTH"_s),
           proprieta(u"OnLoad"_s),
           proprieta(u"ALIGN"_s, {u"right"_s, u"left"_s, u"Top"_s}),
-          proprieta(u"BORDER"_s)},
+          proprieta(u"BORDER"_s),
+          DatiProprieta{u"ISMAP"_s, 2, {QString(), u"ismap"_s}, 0}},
          u"IMG"_s,
          false},
     });
@@ -57,9 +59,9 @@ public:
         setFont(QFont(u"Courier New"_s, 10));
         ImpostaText(testo.remove(u'|'));
         ImpostaSelStart(caretto);
-        connect(this, &RichTextBox::KeyPress, this, [this](const char16_t *carattere) {
-            if (*carattere == u'>')
-                ChiudiTag(this);
+        connect(this, &RichTextBox::KeyPress, this, [this](char16_t *carattere) {
+            if (!Battitura::Prima(this, *carattere))
+                *carattere = 0;
         });
         connect(this, &RichTextBox::KeyUp, this, [this](EventoTasto *tasto) { Rilasciato(*tasto); });
         show();
@@ -72,15 +74,15 @@ private:
     void Rilasciato(const EventoTasto &tasto)
     {
         rilasci += tasto.codice;
-        if (ContestoTag::DentroCommento(this) || !ContestoTag::DentroTag(this))
+        const LetturaTag::Luogo luogo = ContestoTag::LuogoDi(this);
+        if (!luogo.InTag())
             return;
-        const ContestoTag::TagAttributo letto = ContestoTag::LeggiTagAttributo(this);
         if (tasto.codice == 32 && tasto.shift == 2)
-            Suggerisci(this, letto.tag, letto.attributo);
-        else if (tasto.codice == 32)
-            SuggerisciAttributi(this, letto.tag);
-        else if (tasto.testo == u"=")
-            SuggerisciValori(this, letto.tag, ContestoTag::ParolaCorrente(this), false);
+            Suggerisci(this, true);
+        else if (tasto.codice == 32 && luogo.InTagIniziale())
+            SuggerisciAttributi(this, luogo.nome);
+        else if (tasto.testo == u"=" && luogo.stato == LetturaTag::Stato::Uguale)
+            SuggerisciValori(this, luogo.nome, luogo.attributo, false);
     }
 };
 
@@ -202,35 +204,46 @@ private slots:
         const auto riga = [](const char *nome, const QString &testo, const QString &tasti, const QString &atteso,
                              const QString &note = {}) { QTest::newRow(nome) << testo << tasti << atteso << note; };
         riga("space offers the attributes, sorted; events keep their case", u"<IMG|"_s, u" §\x1b§"_s, u"<IMG |"_s,
-             u"[align] border OnLoad width;closed"_s);
-        riga("accepting adds =, opens the quotes and the values, and closes them", u"<IMG|>"_s, u" \n§\n§"_s,
-             u"<IMG align=\"right\"| >"_s, u"[right] left Top;closed"_s);
-        riga("equals sign accepts and is not typed twice", u"<IMG|>"_s, u" b=§"_s, u"<IMG border=\"|>"_s, u"closed"_s);
+             u"[align] border ismap OnLoad width;closed"_s);
+        riga("accepting adds = and quotes, offers the values, and ends behind them", u"<IMG|>"_s, u" a\n§l\n§"_s,
+             u"<IMG align=\"left\"| >"_s, u"[right] left Top;closed"_s);
+        riga("accepting brings the quotes around the caret", u"<IMG|>"_s, u" b\n§"_s, u"<IMG border=\"|\">"_s,
+             u"closed"_s);
+        riga("nothing typed and nothing moved: Space, Enter and = are written", u"<IMG|>"_s, u"  =\n§"_s,
+             u"<IMG  =\r\n|>"_s, u"closed"_s);
+        riga("Tab still accepts", u"<IMG|>"_s, u" \t§\x1b"_s, u"<IMG align=\"|\">"_s, u"[right] left Top"_s);
+        riga("a name typed in full is that name", u"<FONT|>"_s, u" border=2>"_s, u"<FONT border=2>|</FONT>>"_s);
+        riga("a name stands without a value", u"<IMG|>"_s, u" is b\n§"_s, u"<IMG ismap border=\"|\">"_s, u"closed"_s);
+        riga("equals sign accepts and is not typed twice", u"<IMG|>"_s, u" b=§"_s, u"<IMG border=\"|\">"_s,
+             u"closed"_s);
         riga("tab and space accept", u"<IMG|>"_s, u" \tt "_s, u"<IMG align=\"Top\"| >"_s);
         riga("typing narrows in any case, prefix matches first", u"<IMG|"_s, u" O§\x1b"_s, u"<IMG O|"_s,
              u"[OnLoad] border"_s);
-        riga("no match leaves the selection, accepting replaces what was typed", u"<IMG|"_s, u" bq§\n"_s,
-             u"<IMG border=\"|"_s, u"[border]"_s);
+        riga("no match leaves the selection", u"<IMG|"_s, u" bq§\x1b"_s, u"<IMG bq|"_s, u"[border]"_s);
         riga("a name that is no entry: = is written behind it", u"<IMG|>"_s, u" data-x=§"_s, u"<IMG data-x=|>"_s,
              u"closed"_s);
-        riga("so is a space", u"<IMG|>"_s, u" zz §\x1b"_s, u"<IMG zz |>"_s, u"closed"_s);
-        riga("an entry chosen after it is accepted", u"<IMG|>"_s, u" zz↓="_s, u"<IMG border=\"|>"_s);
-        riga("arrows move", u"<IMG|"_s, u" ↓↓§↑§⇲§⇱§⇟§\x1b"_s, u"<IMG |"_s,
-             u"align border [OnLoad] width;align [border] OnLoad width;align border OnLoad [width];"
-             "[align] border OnLoad width;align border OnLoad [width]"_s);
+        riga("so is a space", u"<IMG|>"_s, u" zz §\x1b"_s, u"<IMG zz |>"_s, u"[align] border ismap OnLoad width"_s);
+        riga("so is Enter", u"<IMG|>"_s, u" zz\n§"_s, u"<IMG zz\r\n|>"_s, u"closed"_s);
+        riga("an entry chosen after it is accepted", u"<IMG|>"_s, u" zz↓="_s, u"<IMG border=\"|\">"_s);
+        riga("arrows move, and stay where they can go no further", u"<IMG|"_s, u" ↑§↓↓§↑§⇲↓§⇱⇱§⇟⇟§\x1b"_s, u"<IMG |"_s,
+             u"[align] border ismap OnLoad width;align border [ismap] OnLoad width;align [border] ismap OnLoad width;"
+             "align border ismap OnLoad [width];[align] border ismap OnLoad width;align border ismap OnLoad [width]"_s);
+        riga("up and down with one entry left", u"<IMG|>"_s, u" bor↑↓§="_s, u"<IMG border=\"|\">"_s, u"[border]"_s);
         riga("backspace takes back, widens, then closes past the start", u"<IMG|"_s, u" wi\b§\b§\b§"_s, u"<IMG|"_s,
-             u"[width];[align] border OnLoad width;closed"_s);
+             u"[width];[align] border ismap OnLoad width;closed"_s);
         riga("ctrl space: backspace eats into the prefix, accepting replaces the rest", u"<IMG bo| x"_s, u"©§\b\n"_s,
-             u"<IMG border| x"_s, u"[border]"_s);
+             u"<IMG border=\"|\" x"_s, u"[border]"_s);
         riga("ctrl space: accepting with = goes on with the value", u"<IMG |>"_s, u"©al=§l="_s,
              u"<IMG align=\"left\"| >"_s, u"[right] left Top"_s);
         riga("ctrl space: = that accepts a tag is only an accepting key", u"<fo| x"_s, u"©§="_s, u"<FONT| x"_s,
              u"[FONT]"_s);
         riga("ctrl space: tag at the very end, after a lone bracket", u"x <|"_s, u"©i§\n"_s, u"x <IMG|"_s, u"[IMG]"_s);
         riga("ctrl space: tag begun at the very end", u"<im|"_s, u"©\n"_s, u"<IMG|"_s);
-        riga("no entry selected: accepting inserts nothing and closes", u"<IMG zz| x"_s, u"©§\n§"_s, u"<IMG zz| x"_s,
-             u"align border OnLoad width;closed"_s);
-        riga("a prefix that is not before the caret is never replaced", u"<fo | x"_s, u"©\n"_s, u"<fo FONT| x"_s);
+        riga("ctrl space: closing tag begun", u"</fo|"_s, u"©§\n"_s, u"</FONT|"_s, u"[FONT]"_s);
+        riga("the same with a blank behind", u"</fo| x"_s, u"©\n"_s, u"</FONT| x"_s);
+        riga("no entry selected", u"<IMG zz| x"_s, u"©§\t§"_s, u"<IMG zz\t| x"_s,
+             u"align border ismap OnLoad width;closed"_s);
+        riga("right behind a blank the attributes are offered", u"<fo | x"_s, u"©§"_s, u"<fo | x"_s, u"closed"_s);
         riga("> ends tag and list, and closes the tag", u"<B|"_s, u" >§"_s, u"<B >|</B>"_s, u"closed"_s);
         riga("quote ends value and list", u"<IMG align|>"_s, u"=up\"§"_s, u"<IMG align=\"up\"|>"_s, u"closed"_s);
         riga("a quote typed after the one that = brought is that one", u"<IMG align|>"_s, u"=\"up\"§"_s,
@@ -244,10 +257,10 @@ private slots:
              u"closed"_s);
         riga("equals sign before a quote: nothing", u"<IMG align|\"left\">"_s, u"=§"_s, u"<IMG align=|\"left\">"_s,
              u"closed"_s);
-        riga("tag without attributes: an empty entry", u"<BR|>"_s, u" §\n"_s, u"<BR |>"_s, u"[]"_s);
+        riga("tag without attributes: an empty entry", u"<BR|>"_s, u" §\t"_s, u"<BR |>"_s, u"[]"_s);
         riga("closing tags offer nothing", u"</IMG|>"_s, u" §"_s, u"</IMG |>"_s, u"closed"_s);
         riga("in a comment", u"<!-- <IMG|"_s, u" §"_s, u"<!-- <IMG |"_s, u"closed"_s);
-        riga("surrogate pairs before the caret", u"😀😀<IMG|>"_s, u" b\n"_s, u"😀😀<IMG border=\"|>"_s);
+        riga("surrogate pairs before the caret", u"😀😀<IMG|>"_s, u" b\n"_s, u"😀😀<IMG border=\"|\">"_s);
     }
 
     void Tasti()
@@ -280,6 +293,8 @@ private slots:
         riga("no closing tag needed", u"<IMG|"_s, u"<IMG>|"_s);
         riga("unknown", u"<XYZ|"_s, u"<XYZ>|"_s);
         riga("closing tag", u"</B|"_s, u"</B>|"_s);
+        riga("name at a line end", u"<b\r\nclass=\"x\"|"_s, u"<b\r\nclass=\"x\">|</b>"_s);
+        riga("in a comment", u"<!-- <b| -->"_s, u"<!-- <b>| -->"_s);
         riga("no bracket before", u"B|"_s, u"B>|"_s);
         riga("tag already closed", u"<B x>1 | 0"_s, u"<B x>1 >| 0"_s);
         riga("inside a quoted value", u"<A title=\"x|\">"_s, u"<A title=\"x>|\">"_s);
@@ -305,7 +320,7 @@ private slots:
         riga("attribute of another tag", u"<IMG href|>"_s, u"="_s, u".....CCCC.."_s, 113);
         riga("attribute known nowhere", u"<IMG hxxx|>"_s, u"="_s, u".....CCCC.."_s, 112);
         riga("unknown tag", u"<XYZ|>"_s, u" "_s, u"......"_s, 116);
-        riga("attribute put in", u"<IMG |>"_s, u"©\n"_s, u".....aaaaa."_s, 0);
+        riga("attribute put in", u"<IMG |>"_s, u"©\n\x1b"_s, u".....aaaaaavv."_s, 0);
         riga("tag put in", u"<i| x"_s, u"©\n"_s, u".ttt.."_s, 0);
         riga("value put in", u"<IMG align|>"_s, u"=t\n"_s, u"...........vvvvvv."_s, 0);
         riga("closing tag put in", u"<B|"_s, u">"_s, u"...tttt"_s, 0);
@@ -349,7 +364,7 @@ private slots:
             QCoreApplication::postEvent(
                 &pagina, new QKeyEvent(tipo, tasto.codice, Qt::NoModifier, tasto.testo, mosse[i] == u'*'));
         }
-        QTRY_COMPARE(pagina.Stampa(), u"<IMG align=\"Top\"x\r\n| >"_s);
+        QTRY_COMPARE(pagina.Stampa(), u"<IMG align=\"Top\"x\r\n|>"_s);
         QTRY_COMPARE(pagina.rilasci, (QList<int>{32, 'X', 13}));
     }
 
@@ -370,13 +385,14 @@ private slots:
             [&] { pagina.Sostituisci(0, 0, u"y"_s); },
             [&] { pagina.hide(); },
         };
-        const QString dopo[] = {u"<IMG |>"_s, u"<IMG |>"_s, u"<IMG |>"_s, u"<IMG >|"_s, u"y|<IMG >"_s, u"y|<IMG >"_s};
+        const QString dopo[] = {u"<IMG |>"_s, u"<IMG |>"_s, u"<IMG |>"_s, u"<IMG >|"_s, u"y|<IMG >"_s, u"y<IMG |>"_s};
         for (size_t i = 0; i < std::size(modi); ++i) {
+            pagina.ImpostaSelStart(int(pagina.Text().indexOf(u'>')));
             QTimer::singleShot(0, &pagina, [&] {
                 QVERIFY(FrmComplete::Corrente());
                 modi[i]();
             });
-            QVERIFY(!Suggerisci(&pagina, u"IMG"_s, QString()));
+            QVERIFY(!Suggerisci(&pagina, true));
             QVERIFY(!FrmComplete::Corrente());
             QCOMPARE(pagina.Stampa(), dopo[i]);
         }
@@ -403,7 +419,7 @@ private slots:
             QCoreApplication::sendEvent(&pagina, &evento);
         });
         SuggerisciAttributi(&pagina, u"IMG"_s);
-        QCOMPARE(pagina.Stampa(), u"<IMG border=\"|>"_s);
+        QCOMPARE(pagina.Stampa(), u"<IMG border=\"|\">"_s);
     }
 
     void DoppioClic()
@@ -415,8 +431,8 @@ private slots:
             QTest::mouseClick(elenco->viewport(), Qt::LeftButton, {}, dove);
             QTest::mouseDClick(elenco->viewport(), Qt::LeftButton, {}, dove);
         });
-        QVERIFY(Suggerisci(&pagina, u"IMG"_s, QString()));
-        QCOMPARE(pagina.Stampa(), u"<IMG border|>"_s);
+        QVERIFY(Suggerisci(&pagina, true));
+        QCOMPARE(pagina.Stampa(), u"<IMG border=\"|\">"_s);
     }
 
     void ListaSulloSchermo()
@@ -439,7 +455,7 @@ private slots:
                 QCOMPARE(elenco->indexAt({1, 1}).row(), 7);
                 QTest::keyClick(&pagina, Qt::Key_Escape);
             });
-            QVERIFY(!Suggerisci(&pagina, u"FONT"_s, u"at"_s));
+            QVERIFY(!Suggerisci(&pagina, true));
         }
     }
 };

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 using namespace ModuloTag;
 using namespace Qt::StringLiterals;
@@ -255,6 +256,9 @@ private slots:
         const QString manca = Percorso("manca.db");
         QCOMPARE(CaricaTag(manca).messaggio, u"errore durante l' apertura del database "_s + manca);
         QVERIFY(!QFile::exists(manca));
+        const QString tubo = Percorso("tubo.db");
+        QCOMPARE(mkfifo(QFile::encodeName(tubo).constData(), 0666), 0);
+        QVERIFY(!CaricaTag(tubo).Riuscito());
         QVERIFY(!CaricaTag(m_cartella.path()).Riuscito());
         QVERIFY(!CaricaTag(QString()).Riuscito());
     }

@@ -96,6 +96,7 @@ private slots:
         QTest::newRow("single quotes closed by double ones") << u"a b|='c\""_s << 2 << 0;
         QTest::newRow("ended by a tab") << u"a\tb|=c\td"_s << 2 << 7;
         QTest::newRow("ended by a line end") << u"a\r\nb|=c\r\nd"_s << 3 << 8;
+        QTest::newRow("ended by the next tag") << u"a b|=c</p"_s << 2 << 7;
         QTest::newRow("ended by a quote") << u"a b|=c'd"_s << 2 << 7;
         QTest::newRow("nothing after the sign") << u"a b|="_s << 2 << 5;
         QTest::newRow("no white space before it") << u"ab|=c"_s << 1 << 5;
@@ -177,11 +178,12 @@ private slots:
     void commandLine()
     {
         const QString pagina = u"\r\n<foo>\r\n <P align=\"mid\" foo=x>\r\n<q/ux><a\nb >\r\n"_s;
-        // A name that the page does not hold as the message quotes it is left out, as in the results window.
+        // Also a name that the page does not hold as the message quotes it, on one line.
         QCOMPARE(VerificaDaRiga::InRighe(u"p.html"_s, pagina),
-                 u"p.html:2: Il tag 'foo' non esiste.\np.html:3:  'mid' \np.html:3:  'foo' \np.html:3:  'x' \n"_s);
+                 u"p.html:2: Il tag 'foo' non esiste.\np.html:3:  'mid' \np.html:3:  'foo' \np.html:3:  'x' \n"
+                 "p.html:4: Il tag 'qux' non esiste.\np.html:4: Il tag 'a\\nb' non esiste.\n"_s);
         const QJsonArray json = VerificaDaRiga::InJson(u"p.html"_s, pagina);
-        QCOMPARE(json.size(), 4);
+        QCOMPARE(json.size(), 6);
         QCOMPARE(json[1].toObject(), (QJsonObject{{u"file"_s, u"p.html"_s},
                                                   {u"line"_s, 3},
                                                   {u"column"_s, 11},

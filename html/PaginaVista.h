@@ -3,18 +3,28 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
+#include <utility>
+
 namespace ModuloVerificaSintassi
 {
 
-/// A page of which parts are read, so that nobody needs a copy of the whole. Positions are 0-based UTF-16 units.
-class LettorePagina
+/// A page of which parts are looked at, so that nobody needs a copy of the whole. Positions are 0-based UTF-16 units
+/// within the page.
+class PaginaVista
 {
 public:
-    virtual ~LettorePagina() = default;
+    virtual ~PaginaVista() = default;
     [[nodiscard]] virtual qsizetype Lunghezza() const = 0;
-    /// What does not lie within the page is left out.
+    [[nodiscard]] virtual QChar Unita(qsizetype posizione) const = 0;
     [[nodiscard]] virtual QString Parte(qsizetype da, qsizetype quanti) const = 0;
-    [[nodiscard]] virtual QString Tutta() const = 0;
+    /// Whether a check has marked what stands there as a fault.
+    [[nodiscard]] virtual bool Segnata(qsizetype posizione) const = 0;
+    /// 1-based line of a position.
+    [[nodiscard]] virtual int Riga(qsizetype posizione) const = 0;
+    /// Where the line of a position begins and where the next one does.
+    [[nodiscard]] virtual std::pair<qsizetype, qsizetype> LimitiRiga(qsizetype posizione) const = 0;
+    [[nodiscard]] virtual int NumeroRighe() const = 0;
 };
 
 /// What has become of a text: \a tolti units from \a da on are \a aggiunti others now. All zero: nothing has changed.
