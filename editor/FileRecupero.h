@@ -19,11 +19,20 @@ struct PaginaRecuperata {
 namespace FileRecupero
 {
 
+enum class Stato {
+    Intero, ///< a recovery file, whole
+    Guasto, ///< one that was cut, or that claims lengths that are not there
+    Altrui  ///< something else
+};
+
+/// Reads what stands before the text in \a da, a file that is open, into \a pagina, and looks whether the lengths of
+/// its fields end where the file ends. Cost and memory do not grow with the text.
+[[nodiscard]] Stato LeggiTestata(QIODevice &da, PaginaRecuperata &pagina);
+
 /// Writes \a pagina to \a dove, which is open; false when not all of it could be written.
 [[nodiscard]] bool Scrivi(QIODevice &dove, const PaginaRecuperata &pagina);
 
-/// The page in \a da, which is open; none when it is no recovery file or not a whole one. Any bytes; memory grows with
-/// what is there, not with the lengths that it claims.
+/// The page in \a da, a file that is open; none when LeggiTestata finds it not whole. Any bytes.
 [[nodiscard]] std::optional<PaginaRecuperata> Leggi(QIODevice &da);
 
 } // namespace FileRecupero

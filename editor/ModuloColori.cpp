@@ -1,5 +1,6 @@
 #include "editor/ModuloColori.h"
 
+#include "html/LetturaTag.h"
 #include "html/SchemaColori.h"
 #include "html/VerificaSintassi.h"
 
@@ -39,13 +40,18 @@ void RegolaColoreBattitura(RichTextBox &editor)
     editor.ImpostaSelColor(SchemaColori::Testo);
 }
 
-bool DopoTag(const RichTextBox &editor, int posizione)
+bool Ricomincia(const RichTextBox &editor, int posizione)
 {
-    if (posizione == 0 || editor.Unita(posizione - 1) != u'>')
+    if (posizione == 0)
         return false;
-    // In the middle of a comment a ">" ends nothing.
+    // In the middle of a comment a ">" ends nothing, and the comment's colour goes on.
     const Aspetto aspetto = editor.AspettoIn(posizione - 1);
-    return aspetto.colore != SchemaColori::Commento || aspetto.onda || editor.Parte(posizione - 3, 3) == u"-->";
+    const bool commento = aspetto.colore == SchemaColori::Commento && !aspetto.onda;
+    if (LetturaTag::DentroTag(editor, posizione))
+        return !commento;
+    if (editor.Unita(posizione - 1) != u'>')
+        return false;
+    return !commento || editor.Parte(posizione - 3, 3) == u"-->";
 }
 
 } // namespace ModuloColori

@@ -16,7 +16,8 @@ void RegolaInizioCommento(RichTextBox &editor);
 /// What is typed from now on is black; so is what is selected.
 void RegolaColoreBattitura(RichTextBox &editor);
 
-/// Whether a tag or a comment ends right before \a posizione: what is put in there is text, in no colour of theirs.
-[[nodiscard]] bool DopoTag(const RichTextBox &editor, int posizione);
+/// Whether what is put in at \a posizione begins in no colour: a tag or a comment ends right before it, or it stands
+/// inside a tag, where only the check gives colours.
+[[nodiscard]] bool Ricomincia(const RichTextBox &editor, int posizione);
 
 } // namespace ModuloColori

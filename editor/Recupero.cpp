@@ -1,6 +1,7 @@
 #include "editor/Recupero.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QDir>
 #include <QFile>
@@ -18,6 +19,7 @@ namespace
 {
 
 const QString Estensione = u".recupero"_s;
+const QString EstensioneGuasto = u".guasto"_s;
 const QString EstensioneChiave = u".lock"_s;
 
 QString Cartella(const QString &cartella)
@@ -36,12 +38,24 @@ bool Scrivi(const QString &file, const PaginaRecuperata &pagina)
     return FileRecupero::Scrivi(scritto, pagina) && scritto.flush() && scritto.commit();
 }
 
-std::optional<PaginaRecuperata> LeggiFile(const QString &file)
+/// The page without its text; a file that is not whole goes out of the way.
+std::optional<PaginaRecuperata> Esamina(const QString &base)
 {
-    QFile letto(file);
+    QFile letto(base + Estensione);
     if (!letto.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return FileRecupero::Leggi(letto);
+    PaginaRecuperata pagina;
+    switch (FileRecupero::LeggiTestata(letto, pagina)) {
+    case FileRecupero::Stato::Intero:
+        return pagina;
+    case FileRecupero::Stato::Guasto:
+        letto.close();
+        QFile::rename(base + Estensione, base + EstensioneGuasto);
+        break;
+    case FileRecupero::Stato::Altrui:
+        break;
+    }
+    return std::nullopt;
 }
 
 std::unique_ptr<QLockFile> Chiave(const QString &base)
@@ -102,8 +116,7 @@ std::vector<VoceRecupero> Recupero::DaOffrire(const QString &cartella)
         if (!chiave)
             continue;
         RimuoviResti(dove, base);
-        // A file that cannot be read stays: it may be another version's.
-        if (auto pagina = LeggiFile(file))
+        if (auto pagina = Esamina(dove.filePath(base)))
             voci.emplace_back(file, std::move(chiave), pagina->FileCorrente, pagina->quando);
     }
     std::sort(voci.begin(), voci.end(),
@@ -113,7 +126,10 @@ std::vector<VoceRecupero> Recupero::DaOffrire(const QString &cartella)
 
 std::optional<PaginaRecuperata> Recupero::Leggi(const VoceRecupero &voce)
 {
-    return LeggiFile(voce.file);
+    QFile letto(voce.file);
+    if (!letto.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return FileRecupero::Leggi(letto);
 }
 
 void Recupero::Scarta(VoceRecupero voce)
@@ -188,8 +204,8 @@ void Recupero::Accoda()
     if (m_pad->Revisione() == m_revisioneScritta || !Prenota())
         return;
     m_revisioneScritta = m_pad->Revisione();
-    PaginaRecuperata pagina{ModuloDichiarazioni::Stato().FileCorrente, m_codifica, m_pad->Text(),
-                            QDateTime::currentDateTime()};
+    PaginaRecuperata pagina{m_conFile ? ModuloDichiarazioni::Stato().FileCorrente : QString(), m_codifica,
+                            m_pad->Text(), QDateTime::currentDateTime()};
     // A text still waiting to be written is overtaken by this one.
     m_scrittore.clear();
     m_scrittore.start([file = m_file, pagina = std::move(pagina)] { (void)Scrivi(file, pagina); });
@@ -213,8 +229,41 @@ void Recupero::Salvata()
         const QString &aperto = ModuloDichiarazioni::Stato().TestoSalvato;
         const QString testo = m_pad->Text();
         m_testoSalvato = testo == aperto ? aperto : testo;
+        TogliDeposti(testo);
     }
     AccodaRimozione();
+}
+
+void Recupero::ImpostaSalvato(const QString &testo)
+{
+    m_testoSalvato = testo;
+    m_revisioneSalvata = -1;
+    AlCambio();
+}
+
+void Recupero::Deponi()
+{
+    if (m_chiuso || !DaSalvare() || m_pad->Text().trimmed().isEmpty())
+        return;
+    ScriviOra();
+    if (!m_chiave)
+        return;
+    m_deposti.push_back({std::exchange(m_file, {}), std::move(m_chiave), m_pad->Text()});
+    m_revisioneScritta = -1;
+}
+
+void Recupero::Riprendi()
+{
+    if (!m_pad)
+        return;
+    TogliDeposti(m_pad->Text());
+    AlCambio();
+}
+
+void Recupero::TogliDeposti(const QString &testo)
+{
+    std::erase_if(m_deposti,
+                  [&testo](const Deposto &deposto) { return deposto.testo == testo && QFile::remove(deposto.file); });
 }
 
 void Recupero::ScriviOra()
@@ -232,6 +281,7 @@ void Recupero::Lascia()
     m_chiuso = true;
     m_file.clear();
     m_chiave.reset();
+    m_deposti.clear();
 }
 
 void Recupero::Chiudi()
@@ -243,4 +293,7 @@ void Recupero::Chiudi()
     AccodaRimozione();
     m_scrittore.waitForDone();
     m_chiave.reset();
+    if (m_pad)
+        TogliDeposti(m_pad->Text());
+    m_deposti.clear();
 }

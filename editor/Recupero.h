@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -52,12 +53,23 @@ public:
 
     /// Name of the page's encoding, written with the text.
     void ImpostaCodifica(const QString &codifica) { m_codifica = codifica; }
+    /// Whether the page has a file of its own. One just begun has not, whatever file was opened before it: recovered,
+    /// it must not claim that.
+    void ImpostaConFile(bool conFile) { m_conFile = conFile; }
     /// The page was saved, opened or newly made: there is nothing to recover until the text changes.
     void Salvata();
+    /// \a testo is what the disk holds of the page that undo or redo brought back.
+    void ImpostaSalvato(const QString &testo);
+    /// The text is about to give way to another page without a question: when it is not saved it is left for the next
+    /// start, unless it is saved after all.
+    void Deponi();
+    /// The text that was deposed stays in the editor after all.
+    void Riprendi();
     /// Writes at once when the page is not saved; returns when the file is written. Needed before the text that was
     /// just recovered is discarded.
     void ScriviOra();
-    /// The program ends in order: the recovery file goes. Nothing is written any more.
+    /// The program ends in order, the page is saved or was given up by its user: the recovery file goes. Nothing is
+    /// written any more.
     void Chiudi();
 
     /// The program ends without asking: what is not saved is written and left for the next start.
@@ -65,7 +77,8 @@ public:
 
     /// The folder of the recovery files in the user's data folder.
     [[nodiscard]] static QString CartellaUtente();
-    /// Pages left behind by programs that no longer run, the newest first. What cannot be read is left out.
+    /// Pages left behind by programs that no longer run, the newest first; their texts are not read yet. A recovery
+    /// file that is not whole is set aside: it gets the extension "guasto". Another program's stays as it is.
     [[nodiscard]] static std::vector<VoceRecupero> DaOffrire(const QString &cartella = {});
     /// The page of \a voce; none when it cannot be read.
     [[nodiscard]] static std::optional<PaginaRecuperata> Leggi(const VoceRecupero &voce);
@@ -73,18 +86,28 @@ public:
     static void Scarta(VoceRecupero voce);
 
 private:
+    /// A text that was left for the next start.
+    struct Deposto {
+        QString file;
+        std::unique_ptr<QLockFile> chiave; ///< no other program offers it while this one runs
+        QString testo;
+    };
+
     void AlCambio();
     void AlTick();
     [[nodiscard]] bool DaSalvare() const;
     [[nodiscard]] bool Prenota();
     void Accoda();
     void AccodaRimozione();
+    void TogliDeposti(const QString &testo);
 
     QPointer<RichTextBox> m_pad;
     QString m_cartella;
     QString m_file; ///< own recovery file; empty until the first is written
     QString m_codifica;
+    bool m_conFile = true;
     std::unique_ptr<QLockFile> m_chiave;
+    std::vector<Deposto> m_deposti;
     QTimer m_timer;
     int m_pausa = 0;            ///< milliseconds
     QElapsedTimer m_daScrivere; ///< since the first change that is not written yet

@@ -1,29 +1,38 @@
 #include "editor/TastiPagina.h"
 
+#include "app/Impostazioni.h"
 #include "app/ModuloDichiarazioni.h"
 #include "editor/ModuloColori.h"
+#include "editor/RientroRighe.h"
+#include "chrome/FrmAdvTooltip.h"
+#include "html/Battitura.h"
+#include "html/CodaTasti.h"
+#include "html/ColoraBattuta.h"
 #include "html/ContestoTag.h"
-#include "html/LetturaTag.h"
 #include "html/ModuloCompletamento.h"
+#include "html/Portati.h"
 #include "html/VerificaSintassi.h"
 #include "platform/RichTextBox.h"
 #include "platform/Tastiera.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 #include <utility>
 
+using LetturaTag::Luogo;
+using LetturaTag::Stato;
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
+constexpr int TastoTab = 9;
 constexpr int TastoInvio = 13;
 constexpr int TastoSpazio = 32;
 constexpr int TastoDestra = 39;
 constexpr int TastoV = 86;
 constexpr int TastoMinore = 226;
+constexpr int Maiuscolo = 1;
 constexpr int Ctrl = 2;
 
 bool Modificatore(int tasto)
@@ -37,14 +46,13 @@ TastiPagina::TastiPagina(RichTextBox *pad) : QObject(pad), m_pad(pad)
 {
     connect(pad, &RichTextBox::KeyDown, this, &TastiPagina::Premuto);
     connect(pad, &RichTextBox::KeyPress, this, [pad](char16_t *carattere) {
-        if (*carattere == u'>')
-            ModuloCompletamento::ChiudiTag(pad);
-        else if (*carattere == u'"' && ModuloCompletamento::VirgolettaGiaMessa(*pad))
+        if (!Battitura::Prima(pad, *carattere))
             *carattere = 0;
     });
     connect(pad, &RichTextBox::KeyUp, this, [this](EventoTasto *tasto) { Rilasciato(*tasto); });
-    pad->ImpostaRicomincia([pad](int posizione) { return ModuloColori::DopoTag(*pad, posizione); });
+    pad->ImpostaRicomincia([pad](int posizione) { return ModuloColori::Ricomincia(*pad, posizione); });
     pad->installEventFilter(this);
+    (void)CodaTasti::Di(pad); // sees the keys first, and keeps their order
     // The "=" that completion inserts counts like a typed one.
     ModuloCompletamento::ImpostaDopoUguale([](RichTextBox *editor) {
         ModuloColori::ControllaTagCorrente(*editor);
@@ -63,6 +71,9 @@ bool TastiPagina::eventFilter(QObject *oggetto, QEvent *evento)
     const auto &tasto = static_cast<const QKeyEvent &>(*evento);
     if (tasto.isAutoRepeat() || Modificatore(tasto.key()))
         return false;
+    // A hint is for the moment: it goes with the next key.
+    if (evento->type() == QEvent::KeyPress && FrmAdvTooltip::Corrente())
+        FrmAdvTooltip::Corrente()->close();
     const quint64 identita = Tastiera::Identita(tasto);
     if (evento->type() == QEvent::KeyRelease) {
         m_giu.remove(identita);
@@ -81,23 +92,14 @@ bool TastiPagina::eventFilter(QObject *oggetto, QEvent *evento)
 bool TastiPagina::PrimaIlRilascio(const QKeyEvent &tasto)
 {
     const QPointer<TastiPagina> questo(this);
-    m_sospeso.reset(tasto.clone());
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+    const QPointer<RichTextBox> pad(m_pad);
+    const quint64 numero = CodaTasti::Di(pad).Anteponi(tasto);
     const auto giu = std::exchange(m_giu, {});
     for (auto premuto = giu.begin(); premuto != giu.end() && questo; ++premuto) {
         m_gia.insert(premuto.key());
         Rilasciato(premuto.value());
     }
-    if (!questo)
-        return false;
-    QCoreApplication::removePostedEvents(this, QEvent::User);
-    return std::exchange(m_sospeso, nullptr) != nullptr;
-}
-
-void TastiPagina::customEvent(QEvent *)
-{
-    if (const auto tasto = std::exchange(m_sospeso, nullptr))
-        QCoreApplication::sendEvent(m_pad, tasto.get());
+    return questo && pad && CodaTasti::Di(pad).Riprendi(numero);
 }
 
 void TastiPagina::Premuto(EventoTasto *tasto) const
@@ -105,6 +107,15 @@ void TastiPagina::Premuto(EventoTasto *tasto) const
     // Ctrl+Space asks for a list and types nothing.
     if (tasto->codice == TastoSpazio && tasto->shift == Ctrl)
         tasto->codice = 0;
+    if (tasto->codice != TastoTab || tasto->shift & ~Maiuscolo || !Impostazioni::Rientri())
+        return;
+    if (tasto->shift == Maiuscolo)
+        RientroRighe::Riduci(*m_pad);
+    else if (RientroRighe::PiuRighe(*m_pad))
+        RientroRighe::Aumenta(*m_pad);
+    else
+        return;
+    tasto->codice = 0;
 }
 
 void TastiPagina::Verifica() const
@@ -119,60 +130,63 @@ void TastiPagina::Rilasciato(const EventoTasto &tasto)
         return;
     if (tasto.codice == TastoInvio || tasto.codice == TastoSpazio)
         emit AnteprimaRichiesta(false);
-    if (ContestoTag::DentroCommento(m_pad) || !ContestoTag::DentroTag(m_pad))
+    if (tasto.testo == u"-"_s)
+        ModuloColori::RegolaInizioCommento(*m_pad);
+    const Luogo luogo = ContestoTag::LuogoDi(m_pad);
+    if (!luogo.InTag())
         return;
-    const auto [tag, attributo] = ContestoTag::LeggiTagAttributo(m_pad);
     ModuloColori::RegolaColoreBattitura(*m_pad);
 
     if (tasto.codice == TastoSpazio && tasto.shift == Ctrl) {
         const QPointer<RichTextBox> pad(m_pad);
-        ModuloCompletamento::Suggerisci(m_pad, tag, attributo);
+        ModuloCompletamento::Suggerisci(m_pad, true);
         if (pad)
             pad->ImpostaSelLength(0);
     } else if (tasto.codice == TastoSpazio) {
-        Spazio(tag);
+        Spazio(luogo);
     } else if (tasto.codice == TastoMinore) {
-        Minore(tag, attributo);
+        Minore(luogo);
     } else if (tasto.codice == TastoV && tasto.shift & Ctrl) {
         ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, true);
     } else if (tasto.codice == TastoInvio) {
         ModuloColori::ControllaTagCorrente(*m_pad);
     } else if (tasto.codice == TastoDestra) {
         Verifica();
-    } else if (tasto.testo == u"-"_s) {
-        ModuloColori::RegolaInizioCommento(*m_pad);
-    } else if (tasto.testo == u"="_s) {
-        Uguale(tag);
+    } else if (tasto.testo == u"="_s && luogo.stato == Stato::Uguale) {
+        Uguale(luogo);
+    } else if (!tasto.testo.isEmpty() && !(tasto.shift & Ctrl)) {
+        ColoraTesto::ColoraBattuta(m_pad);
     }
 }
 
-void TastiPagina::Spazio(const QString &tag)
+void TastiPagina::Spazio(const Luogo &luogo)
 {
+    if (luogo.nome.isEmpty())
+        return;
     const QPointer<RichTextBox> pad(m_pad);
     Verifica();
     // Between the quotes of a value a blank is text, and a list there would take the next keys for itself.
-    if (!LetturaTag::DentroVirgolette(*m_pad, m_pad->SelStart()))
-        ModuloCompletamento::SuggerisciAttributi(m_pad, tag);
-    if (pad && ContestoTag::DentroTag(pad))
+    if (luogo.InTagIniziale() && (luogo.stato == Stato::Fuori || luogo.stato == Stato::Attributo))
+        ModuloCompletamento::SuggerisciAttributi(m_pad, luogo.nome);
+    if (pad && ContestoTag::LuogoDi(pad).InTag())
         ModuloColori::ControllaTagCorrente(*pad);
 }
 
-void TastiPagina::Uguale(const QString &tag)
+void TastiPagina::Uguale(const Luogo &luogo)
 {
     Verifica();
-    const QString parola = ContestoTag::ParolaCorrente(m_pad);
-    if (!tag.isEmpty() && !parola.isEmpty())
-        ModuloCompletamento::SuggerisciValori(m_pad, tag, parola, false);
+    if (!luogo.chiusura)
+        ModuloCompletamento::SuggerisciValori(m_pad, luogo.nome, luogo.attributo, false);
 }
 
-void TastiPagina::Minore(const QString &tag, const QString &attributo)
+void TastiPagina::Minore(const Luogo &luogo)
 {
     const QPointer<RichTextBox> pad(m_pad);
-    if (!ModuloCompletamento::Suggerisci(m_pad, tag, attributo) || !pad)
+    if (luogo.stato != Stato::Nome || luogo.chiusura || !ModuloCompletamento::Suggerisci(m_pad, false) || !pad)
         return;
-    pad->ImpostaSelText(u" "_s);
-    EventoTasto poi;
-    poi.codice = TastoSpazio;
-    poi.shift = Ctrl;
-    Rilasciato(poi);
+    const QString nome = ContestoTag::LuogoDi(pad).nome;
+    Portati::Di(pad).Metti(Portati::Genere::Spazio, u" "_s);
+    pad->ImpostaSelStart(pad->SelStart() + 1);
+    ModuloColori::RegolaColoreBattitura(*pad);
+    ModuloCompletamento::SuggerisciAttributi(pad, nome);
 }

@@ -116,6 +116,7 @@ bool clsUndo::TakeUndoSnapShot()
     if (uguale && !m_undoList.empty()) {
         m_corrente = selezione;
         m_revisioneCorrente = m_revisioneRtf = m_rtb->Revisione();
+        m_undoList.back().Segno = m_segno; // another page with the same text
         return false;
     }
 
@@ -130,6 +131,7 @@ bool clsUndo::TakeUndoSnapShot()
     elemento.SelLength_AfterChange = selezione.lunghezza;
     elemento.FirstVisibleLine = m_rtb->PrimaRigaVisibile();
     elemento.SoloAspetti = m_revisioneRtf == m_rtb->Revisione();
+    elemento.Segno = m_segno;
     elemento.Time = QDateTime::currentDateTime();
     m_undoList.push_back(std::move(elemento));
     m_redoList.clear();
@@ -158,7 +160,7 @@ bool clsUndo::Undo(int passi)
         const clsUndoElement &ultimo = m_redoList.back();
         Ripristina({ultimo.SelStart_BeforeChange, ultimo.SelLength_BeforeChange}, ultimo.FirstVisibleLine, true);
     }
-    emit StatoCambiato();
+    Annuncia();
     return true;
 }
 
@@ -183,7 +185,7 @@ bool clsUndo::Redo(int passi)
         const clsUndoElement &ultimo = m_undoList.back();
         Ripristina({ultimo.SelStart_AfterChange, ultimo.SelLength_AfterChange}, ultimo.FirstVisibleLine, false);
     }
-    emit StatoCambiato();
+    Annuncia();
     return true;
 }
 
@@ -219,6 +221,15 @@ bool clsUndo::RipristinaComando()
         testoCambiato = testoCambiato || m_rtb->Revisione() != revisione;
     }
     return fatto;
+}
+
+void clsUndo::Annuncia()
+{
+    emit StatoCambiato();
+    if (m_undoList.back().Segno == m_segno)
+        return;
+    m_segno = m_undoList.back().Segno;
+    emit SegnoCambiato(m_segno);
 }
 
 void clsUndo::Applica(const clsUndoElement &elemento, const QString &blocco)

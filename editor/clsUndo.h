@@ -35,6 +35,9 @@ public:
     [[nodiscard]] bool CanUndo() const { return m_undoList.size() >= 2 && m_tracking; }
     [[nodiscard]] bool CanRedo() const { return !m_redoList.empty() && m_tracking; }
 
+    /// What is recorded from now on belongs to the page with the mark \a segno; 0 at first.
+    void ImpostaSegno(int segno) { m_segno = segno; }
+
     /// What the commands and keys do: Undo(1), again while only looks came out of it.
     bool AnnullaComando();
     /// Likewise Redo(1); the looks that were recorded on their own right after the text come along.
@@ -49,6 +52,8 @@ public:
 signals:
     /// CanUndo or CanRedo may have changed.
     void StatoCambiato();
+    /// Undo or redo brought back text that was recorded under another mark.
+    void SegnoCambiato(int segno);
 
 private:
     struct Selezione {
@@ -65,6 +70,7 @@ private:
     void Applica(const clsUndoElement &elemento, const QString &blocco);
     void Ripristina(Selezione selezione, int primaRiga, bool mostraCaretto);
     void RiprendiAspetti();
+    void Annuncia();
 
     void AlCambio();
     void AlTick();
@@ -77,6 +83,7 @@ private:
     std::vector<clsUndoElement> m_redoList; ///< the most recently undone last
     ContenutoRtf m_lastRtf;
     bool m_tracking = false;
+    int m_segno = 0;
     Selezione m_precedente;
     Selezione m_corrente;
     int m_revisioneCorrente = -1; ///< text revision at which m_corrente was read

@@ -19,5 +19,6 @@ public:
     qint32 SelLength_AfterChange = 0; ///< likewise
     qint32 FirstVisibleLine = 0;      ///< 0-based, when the change was recorded
     bool SoloAspetti = false;         ///< the text is the same before and after: only looks changed
+    int Segno = 0;                    ///< the mark that the text had after the change
     QDateTime Time;                   ///< when the change was recorded
 };

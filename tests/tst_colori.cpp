@@ -109,7 +109,9 @@ private slots:
         const Aspetto commento{.colore = SchemaColori::Commento};
         const Aspetto errore{.colore = SchemaColori::Commento, .onda = true};
         QTest::newRow("a tag") << u"<b>|</b>"_s << tag << true;
-        QTest::newRow("inside its name") << u"<b|>"_s << tag << false;
+        QTest::newRow("behind a name") << u"<b|>"_s << tag << true;
+        QTest::newRow("behind an unknown name") << u"<zz| x>"_s << errore << true;
+        QTest::newRow("in a comment's first line") << u"<!-- a| -->"_s << commento << false;
         QTest::newRow("an unknown tag") << u"<zz>|"_s << errore << true;
         QTest::newRow("a comment") << u"<!-- a -->|"_s << commento << true;
         QTest::newRow("a sign in a comment") << u"<!-- a >| -->"_s << commento << false;
@@ -119,7 +121,7 @@ private slots:
         QFETCH(Aspetto, prima);
         QFETCH(QString, testo);
         RichTextBox editor;
-        editor.ImpostaRicomincia([&editor](int dove) { return ModuloColori::DopoTag(editor, dove); });
+        editor.ImpostaRicomincia([&editor](int dove) { return ModuloColori::Ricomincia(editor, dove); });
         Imposta(editor, testo);
         const int caretto = editor.SelStart();
         editor.ImpostaAspetto(0, caretto, prima);

@@ -1,6 +1,8 @@
+#include "app/Impostazioni.h"
 #include "app/ModuloDichiarazioni.h"
 #include "editor/FrmPaginaHTML.h"
 #include "editor/MargineRighe.h"
+#include "html/CodaTasti.h"
 #include "html/FrmComplete.h"
 
 #include <QSignalSpy>
@@ -28,7 +30,10 @@ void Esegui(RichTextBox *pad, const QList<Mossa> &mosse, qsizetype prossima, boo
     const auto [tipo, c] = mosse[prossima];
     const bool invio = c == u'\n';
     const bool esci = c == u'⎋';
-    const int codice = invio ? int(Qt::Key_Return) : esci ? int(Qt::Key_Escape) : c.toUpper().unicode();
+    const int codice = invio        ? int(Qt::Key_Return)
+                       : c == u'\t' ? int(Qt::Key_Tab)
+                       : esci       ? int(Qt::Key_Escape)
+                                    : c.toUpper().unicode();
     QKeyEvent tasto(tipo, codice, Qt::NoModifier, invio ? u"\r"_s : esci ? QString() : QString(c));
     QCoreApplication::sendEvent(pad, &tasto);
 }
@@ -137,6 +142,51 @@ private slots:
         QCOMPARE(menu.size(), 1);
     }
 
+    void tabIndentsTheSelectedLines()
+    {
+        FrmPaginaHTML finestra;
+        finestra.show();
+        RichTextBox *pad = finestra.RichPad();
+        pad->ImpostaText(u"<p>\r\n\r\n x\r\ny"_s);
+        pad->Colora(1, 1, 0xC00000);
+        pad->Seleziona(1, 8);
+        QTest::keyClick(pad, Qt::Key_Tab);
+        QCOMPARE(pad->Text(), u"\t<p>\r\n\r\n\t x\r\ny"_s);
+        QCOMPARE(pad->AspettoIn(2).colore, ColoreBgr(0xC00000));
+        QCOMPARE(pad->SelText(), u"\t<p>\r\n\r\n\t x"_s);
+        QTest::keyClick(pad, Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(pad, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(pad->Text(), u"<p>\r\n\r\nx\r\ny"_s);
+        pad->ImpostaSelStart(0);
+        QTest::keyClick(pad, Qt::Key_Tab);
+        QCOMPARE(pad->Text(), u"\t<p>\r\n\r\nx\r\ny"_s);
+        Impostazioni::Leggi(u"Indentation = 0");
+        pad->ImpostaSelStart(4);
+        QTest::keyClick(pad, Qt::Key_Return);
+        QTest::keyClick(pad, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(pad->Text(), u"\t<p>\r\n\r\n\r\nx\r\ny"_s);
+        Impostazioni::Leggi(u"Indentation = 1");
+    }
+
+    void lettersOfNames_data()
+    {
+        QTest::addColumn<QString>("riga");
+        QTest::addColumn<QString>("testo");
+        QTest::newRow("default") << u"LetterCase = 0"_s << u"<p ID=\"1\"></p><TABLE bgcolor=\"\">|</TABLE>"_s;
+        QTest::newRow("base") << u"LetterCase = 1"_s << u"<P id=\"1\"></P><TABLE bgcolor=\"\">|</TABLE>"_s;
+        QTest::newRow("small") << u"LetterCase = 2"_s << u"<p id=\"1\"></p><table bgcolor=\"\">|</table>"_s;
+        QTest::newRow("as typed") << u"LetterCase = 3"_s << u"<p ID=\"1\"></p><table bgcolor=\"\">|</table>"_s;
+    }
+    void lettersOfNames()
+    {
+        QFETCH(QString, riga);
+        ModuloDichiarazioni::ImpostaCartellaProgramma(QStringLiteral(CARTELLA_PROGRAMMA));
+        Impostazioni::Leggi(riga);
+        const QString battuta = Battuta(u"<p ID=1></p><ta\tbgc\t>"_s, false).section(u'\n', 0, -2);
+        Impostazioni::Leggi(u"LetterCase = 0");
+        QTEST(battuta, "testo");
+    }
+
     void selectionStaysVisible()
     {
         FrmPaginaHTML finestra;
@@ -167,11 +217,29 @@ private slots:
     {
         QTest::addColumn<QString>("tasti");
         QTest::addColumn<QString>("testo");
-        QTest::newRow("tag and its closing tag") << u"<b>ciao</b>⎋"_s << u"<b>ciao</b>|</b>"_s;
-        QTest::newRow("tag from the list") << u"<td\n⎋>x"_s << u"<TD >x|</TD>"_s;
-        QTest::newRow("attribute from the list") << u"<td al\n⎋"_s << u"<TD align|"_s;
-        QTest::newRow("value typed, with a blank") << u"<font ⎋color=r d⎋"_s << u"<FONT color=\"r d|"_s;
-        QTest::newRow("value from the list") << u"<td ⎋align=c\n"_s << u"<TD align=\"center\"| "_s;
+        QTest::newRow("tag and its closing tag") << u"<b>ciao</b>⎋"_s << u"<b>ciao</b>|"_s;
+        QTest::newRow("tag from the list") << u"<ta\t⎋>x"_s << u"<TABLE>x|</TABLE>"_s;
+        QTest::newRow("attribute from the list") << u"<td al\n⎋"_s << u"<td align=\"|\""_s;
+        QTest::newRow("value typed, with a blank") << u"<font ⎋color=r d⎋"_s << u"<font color=\"r d|"_s;
+        QTest::newRow("value from the list") << u"<td ⎋align=c\n"_s << u"<td align=\"center\"| "_s;
+        QTest::newRow("nested end tags, unclosed ones inside")
+            << u"<ul><li>a<li><b>b</b></ul>x"_s << u"<ul><li>a<li><b>b</b></ul>x|"_s;
+        QTest::newRow("end tag across a line end") << u"<p>\na</p\n>x"_s << u"<p>\r\na</p\r\n>x|"_s;
+        QTest::newRow("values without quotes") << u"<table width=100% border=0 class=a b>"_s
+                                               << u"<table width=\"100%\" border=\"0\" class=\"a b\">|</table>"_s;
+        QTest::newRow("quotes of the other kind, signs in them")
+            << u"<b style='x' onclick='f(\"a>b\")'>"_s << u"<b style='x' onclick='f(\"a>b\")'>|</b>"_s;
+        QTest::newRow("names that stand without a value")
+            << u"<input required type=text disabled>"_s << u"<input required type=\"text\" disabled>|"_s;
+        QTest::newRow("signs in text") << u"1 < 2 while (i < n)⎋"_s << u"1 < 2 while (i < n)|"_s;
+        QTest::newRow("a script") << u"<script>if (a < b) x(\"<p>\")\n</script>"_s
+                                  << u"<script>if (a < b) x(\"<p>\")\r\n</script>|"_s;
+        QTest::newRow("two blanks, and an Enter behind a name")
+            << u"<p  class\nid\n>x"_s << u"<p  class\r\nid\r\n>x|</p>"_s;
+        QTest::newRow("a full name that only others have") << u"<td border=1>"_s << u"<td border=1>|</td>"_s;
+        QTest::newRow("Enter keeps the indentation") << u"  <p>a\nb"_s << u"  <p>a\r\n  b|</p>"_s;
+        QTest::newRow("typed blanks are the indentation") << u"<ul>\n  <li>a</li>\n  <li>b</li>\n</ul>\nx"_s
+                                                          << u"<ul>\r\n  <li>a</li>\r\n  <li>b</li>\r\n</ul>\r\nx|"_s;
         QTest::newRow("comment") << u"<⎋!--ciao"_s << u"<!--ciao|"_s;
         QTest::newRow("end of a line in a tag") << u"<td⎋\nalign⎋"_s << u"<td\r\nalign|"_s;
     }
@@ -184,6 +252,17 @@ private slots:
         const QString lenta = Battuta(tasti, false);
         QCOMPARE(lenta.section(u'\n', 0, -2), testo);
         QCOMPARE(Battuta(tasti, true), lenta);
+    }
+
+    void waitingKeysKeepTheirOrder()
+    {
+        FrmPaginaHTML finestra;
+        RichTextBox *pad = finestra.RichPad();
+        QTest::keyPress(pad, Qt::Key_T); // and is held down
+        for (const char c : {'n', 'o', 'p'})
+            CodaTasti::Di(pad).Accoda(QKeyEvent(QEvent::KeyPress, c - 'a' + Qt::Key_A, {}, QChar(QLatin1Char(c))));
+        QCoreApplication::processEvents();
+        QCOMPARE(pad->Text(), u"tnop"_s);
     }
 };
 

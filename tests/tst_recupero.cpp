@@ -146,24 +146,32 @@ private slots:
 
     void strangeFiles()
     {
-        for (const QByteArray &contenuto :
-             {QByteArray(), QByteArray("<HTML>\r\n<BODY></BODY>\r\n</HTML>"),
-              QByteArray::fromHex("31524C56FEFFFFFF00"), // a length without an end
-              QByteArray::fromHex("31524C5600000000000000000000000000000000000000"),
-              // whole but for the mark of its end
-              QByteArray::fromHex("31524C56FFFFFFFFFFFFFFFF0000000000000080FFFFFFFF00FFFFFFFF00000000")}) {
+        const QByteArray inizio = "31524C56FFFFFFFFFFFFFFFF0000000000000080FFFFFFFF00"; // no name, no encoding, no time
+        for (const auto &[contenuto, buchi, altrui] :
+             {std::tuple(QByteArray(), 0LL, true),
+              {"<HTML>\r\n<BODY></BODY>\r\n</HTML>", 0, true},
+              {QByteArray::fromHex("31524C56FEFFFFFF00"), 0, false}, // a length without an end
+              {QByteArray::fromHex("31524C5600000000000000000000000000000000000000"), 0, false},
+              {QByteArray::fromHex(inizio + "FFFFFFFF00000000"), 0, false}, // whole but for the mark of its end
+              // much seems to be there: a name or a text or the name of a time zone
+              {QByteArray::fromHex("31524C56FEFFFFFF"), 6LL << 30, false},
+              {QByteArray::fromHex(inizio + "FEFFFFFF"), 6LL << 30, false},
+              {QByteArray::fromHex("31524C56FFFFFFFFFFFFFFFF0000000000000000FFFFFFFF03FEFFFFFF"), 6LL << 30, false}}) {
             QTemporaryDir cartella;
             Aiuti::Scrivi(cartella.filePath(u"x.recupero"_s), contenuto);
+            QVERIFY(buchi == 0 || QFile::resize(cartella.filePath(u"x.recupero"_s), buchi));
             Aiuti::Scrivi(cartella.filePath(u"x.lock"_s), {});
             Aiuti::Scrivi(cartella.filePath(u"x.recupero.abcdef"_s), {});
-            // The lock names nobody who is alive; what is no page stays, the remains of writing it go.
+            // The lock names nobody who is alive; a page that is not whole goes aside, what is none stays, the remains
+            // of writing it go.
             QVERIFY(Recupero::DaOffrire(cartella.path()).empty());
-            QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"x.recupero"_s});
+            const QString resta = altrui ? u"x.recupero"_s : u"x.guasto"_s;
+            QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{resta});
             QVERIFY(Recupero::DaOffrire(cartella.filePath(u"missing"_s)).empty());
 
             // A folder that cannot be made is no reason to fail.
             RichTextBox pad;
-            Recupero recupero(&pad, cartella.filePath(u"x.recupero/sotto"_s), Mai);
+            Recupero recupero(&pad, cartella.filePath(resta + u"/sotto"_s), Mai);
             pad.ImpostaText(u"a"_s);
             recupero.ScriviOra();
             QCOMPARE(pad.Text(), u"a"_s);

@@ -11,6 +11,7 @@
 #include "html/Risultati.h"
 #include "platform/RichTextBox.h"
 
+#include <QAbstractItemView>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -118,7 +119,7 @@ private slots:
                 if (const int tipo = caso.bounded(4); tipo < 2) {
                     const int primaFine = 1 + caso.bounded(2);
                     VerificaSintassi(editor, primaFine, tipo == 1);
-                    modello.Verifica(modello.testo, primaFine, tipo == 1);
+                    modello.Verifica(primaFine);
                 } else if (tipo == 2) {
                     const int caretto = caso.bounded(editor.Lunghezza() + 1);
                     editor.ImpostaSelStart(caretto);
@@ -213,7 +214,11 @@ private slots:
             inCorso = ModuloDichiarazioni::Stato().ControlloInCorso;
             eventi[caso]();
         });
+        int detto = -1; // how the check was told to have ended
+        ImpostaDopoVerifica([&detto](bool finita, int) { detto = finita ? 1 : 0; });
         VerificaSintassi(*editor, 1, true);
+        ImpostaDopoVerifica({});
+        QCOMPARE(detto, caso == 4 ? -1 : int(caso == 0 || caso == 1 || caso == 6));
         QVERIFY(inCorso);
         QVERIFY(diario.chiuso && !diario.mostrato);
         QCOMPARE(diario.massimo, pagina.size());
@@ -269,7 +274,7 @@ private slots:
             scelto = posizione;
             finestra.Vai_A_Pos(posizione, editor);
         });
-        auto *lista = finestra.findChild<QListView *>(u"RichControllo"_s);
+        auto *lista = finestra.findChild<QAbstractItemView *>(u"RichControllo"_s);
         finestra.resize(400, 300);
         finestra.show();
         QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, {5, 5});
@@ -284,15 +289,16 @@ private slots:
         clicca(1);
         QCOMPARE(editor.SelStart(), 10);
 
-        // A result that is hidden does not shift the others.
+        // What is corrected leaves the list; the others go along with the text, and their lines are the present ones.
         editor.Sostituisci(3, 3, u"b"_s);
-        AggiornaElencoErrori(editor);
-        QCOMPARE(finestra.ListCount(), 3);
+        editor.Sostituisci(0, 0, u"\r\n"_s);
         clicca(0);
-        QCOMPARE(scelto, ArrayRisultati()[2].Posizione);
+        QCOMPARE(scelto, 10);
+        QCOMPARE(finestra.ListCount(), 3);
+        QCOMPARE(finestra.List(0), u"4: Il tag 'bar' non esiste."_s);
         lista->setCurrentIndex(lista->model()->index(1, 0));
         QTest::keyClick(lista, Qt::Key_Return);
-        QCOMPARE(scelto, ArrayRisultati()[3].Posizione);
+        QCOMPARE(scelto, 19);
         finestra.Svuota();
         QCOMPARE(finestra.ListCount(), 0);
     }
