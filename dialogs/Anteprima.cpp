@@ -3,12 +3,15 @@
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/FrmAnteprima.h"
+#include "dialogs/ImpostazioniAnteprima.h"
 #include "dialogs/PaginaAnteprima.h"
 #include "dialogs/RichiesteAnteprima.h"
+#include "html/TestoRiscontro.h"
 #include "platform/RichTextBox.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QMenu>
 
 #include <chrono>
 
@@ -25,6 +28,11 @@ constexpr auto Ripresa = 10ms;           // until the engine's turn is looked fo
 constexpr auto Limite = 1000ms;          // after that, a navigation is looked after
 constexpr auto Pazienza = 2000ms;        // how long a page may keep silent,
 constexpr auto PazienzaPerMega = 1500ms; // more for large ones, whose layout is one long step
+
+constexpr qint16 TestoScript = 435;
+constexpr qint16 TestoRete = 436;
+constexpr qint16 TestoNonTenuto = 437;
+constexpr qint16 TestoMemoria = 438;
 
 QString Posto()
 {
@@ -76,9 +84,9 @@ bool Anteprima::Scrivi(const RichTextBox &controllo)
         m_codifica = formato.codifica;
     // Told once, not with every key, and until the page is written again.
     if (motivo != 0 && !m_scritturaFallita)
-        DiStato(Messaggio(210).arg(Messaggio(motivo)));
+        emit Guasto(Messaggio(210).arg(Messaggio(motivo)));
     else if (motivo == 0 && m_scritturaFallita)
-        MostraStato();
+        emit Guasto({});
     m_scritturaFallita = motivo != 0;
     return !m_scritturaFallita;
 }
@@ -98,6 +106,8 @@ void Anteprima::CaricaMotore()
         m_finestra.MostraAvviso(Messaggio(350), motivo);
         return;
     }
+    m_permessi = ImpostazioniAnteprima::Leggi();
+    m_motore->Permetti(m_permessi);
     if (m_ciclo.InCorso())
         Esegui(CicloAnteprima::Azione::Naviga);
 }
@@ -137,7 +147,7 @@ void Anteprima::Interroga()
 
 bool Anteprima::Concede(const RichiestaMotore &richiesta) const
 {
-    return RichiesteAnteprima::Concede(richiesta, Posto());
+    return RichiesteAnteprima::Concede(richiesta, Posto(), m_permessi.rete);
 }
 
 void Anteprima::NavigazioneFinita()
@@ -149,6 +159,46 @@ void Anteprima::DisegnoPerduto()
 {
     m_finestra.MostraAvviso(Messaggio(352));
     Esegui(m_ciclo.Finita());
+}
+
+void Anteprima::MemoriaSuperata()
+{
+    m_motore->Ricomincia();
+    m_finestra.MostraAvviso(Messaggio(TestoMemoria));
+    Esegui(m_ciclo.Finita());
+}
+
+// --- What the user chooses ------------------------------------------------------------------------------------------
+
+void Anteprima::MenuChiesto(QPoint dove)
+{
+    auto *menu = new QMenu(&m_finestra);
+    menu->setObjectName(u"MenuAnteprima"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto interruttore = [&](qint16 testo, bool PermessiAnteprima::*quale) {
+        QAction *voce = menu->addAction(Messaggio(testo));
+        voce->setCheckable(true);
+        voce->setChecked(m_permessi.*quale);
+        connect(voce, &QAction::toggled, this, [this, quale](bool acceso) {
+            PermessiAnteprima permessi = m_permessi;
+            permessi.*quale = acceso;
+            Cambia(permessi);
+        });
+    };
+    interruttore(TestoScript, &PermessiAnteprima::script);
+    interruttore(TestoRete, &PermessiAnteprima::rete);
+    connect(menu, &QObject::destroyed, this, &Anteprima::FuocoAllaPagina);
+    menu->popup(dove);
+}
+
+void Anteprima::Cambia(PermessiAnteprima permessi)
+{
+    m_permessi = permessi;
+    m_motore->Permetti(permessi);
+    if (!ImpostazioniAnteprima::Scrivi(permessi))
+        emit Guasto(Messaggio(TestoNonTenuto).arg(ModuloPrincipale::ImpostazioniUtente()));
+    if (!m_finestra.Browser()->isHidden())
+        Esegui(m_ciclo.Richiesta());
 }
 
 // --- What the page tells --------------------------------------------------------------------------------------------
@@ -179,13 +229,9 @@ void Anteprima::PaginaToccata()
 void Anteprima::MostraStato()
 {
     constexpr qsizetype massimo = 500; // a page can have a title of any length
-    DiStato((m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified());
-}
-
-void Anteprima::DiStato(const QString &testo)
-{
+    const QString testo = (m_collegamento.isEmpty() ? m_titolo : m_collegamento).left(massimo).simplified();
     if (testo == m_stato)
         return;
     m_stato = testo;
-    emit TestoStato(testo);
+    emit TestoStato(ModuloVerificaSintassi::SuUnaRiga(testo));
 }

@@ -37,6 +37,8 @@ public:
 signals:
     /// A text for the status bar: the link under the mouse, else the title of the page.
     void TestoStato(const QString &testo);
+    /// The page or the user's choice cannot be written, and why; empty when the page can again.
+    void Guasto(const QString &testo);
     /// The page was sent to the browser, or the mouse was used there: whoever edits takes the focus.
     void FuocoAllaPagina();
 
@@ -48,19 +50,22 @@ private:
     void CollegamentoIndicato(const QUrl &indirizzo) override;
     void CollegamentoScelto(const QUrl &indirizzo) override;
     void PaginaToccata() override;
+    void MenuChiesto(QPoint dove) override;
+    void MemoriaSuperata() override;
 
     bool Scrivi(const RichTextBox &controllo);
     void CaricaMotore();
     void Esegui(CicloAnteprima::Azione azione);
     void Interroga();
     void MostraStato();
-    void DiStato(const QString &testo);
+    void Cambia(PermessiAnteprima permessi);
 
     FrmAnteprima &m_finestra;
     Formato m_formato;
     Caricatore m_caricatore;
     std::unique_ptr<MotoreAnteprima> m_motore;
     CicloAnteprima m_ciclo;
+    PermessiAnteprima m_permessi;
     QTimer m_partenza;
     QTimer m_limite;
     QTimer m_silenzio;

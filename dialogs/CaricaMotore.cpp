@@ -48,12 +48,24 @@ void ApriSandboxPerRoot()
     std::fputs("velloro: running as root: the preview works without its sandbox\n", stderr);
 }
 
+/// Calls of a page send datagrams that the engine asks nobody about, and a frame can make them before a script of ours
+/// runs in it. The engine reads this once, so it holds with the network on as well.
+void NienteDatagrammi()
+{
+    constexpr auto variabile = "QTWEBENGINE_CHROMIUM_FLAGS";
+    const QByteArray opzione = "--force-webrtc-ip-handling-policy=disable_non_proxied_udp";
+    const QByteArray date = qgetenv(variabile);
+    if (!date.contains(opzione))
+        qputenv(variabile, date.isEmpty() ? opzione : date + ' ' + opzione);
+}
+
 } // namespace
 
 std::unique_ptr<MotoreAnteprima> CaricaMotore::DalModulo(OspiteMotore &ospite, QWidget &contenitore, QString &motivo)
 {
     const SenzaBrusio silenzio;
     ApriSandboxPerRoot();
+    NienteDatagrammi();
     QPluginLoader modulo(
         ModuloDichiarazioni::PercorsoIn(ModuloDichiarazioni::CartellaProgramma(), u"motore_anteprima"));
     auto *fabbrica = qobject_cast<FabbricaMotore *>(modulo.instance());

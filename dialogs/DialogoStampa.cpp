@@ -9,6 +9,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 
 #include <algorithm>
 #include <cmath>
@@ -123,6 +124,19 @@ DevMode ModuloStampa::Impostazioni(const QPrinter &dispositivo, const DevMode &p
     return record;
 }
 
+void ModuloStampa::SeguiStampante(QPrintDialog &dialogo, const ImpostazioniSalvate &salvate)
+{
+    const auto *stampanti = dialogo.findChild<QComboBox *>(u"printers"_s);
+    auto *copie = dialogo.findChild<QSpinBox *>(u"copies"_s);
+    if (!stampanti || !copie)
+        return;
+    QObject::connect(stampanti, &QComboBox::currentTextChanged, copie, [salvate, copie](const QString &nome) {
+        const qsizetype quale = salvate.nomi.indexOf(nome);
+        const DevMode record = quale < 0 ? DevMode() : salvate.record.at(size_t(quale));
+        copie->setValue(record.Ha(DevMode::NumeroCopie) ? std::max<int>(1, record.Copie()) : 1);
+    });
+}
+
 ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const ImpostazioniSalvate &salvate,
                                                        bool selezione, const QString &nomeFile)
 {
@@ -144,6 +158,7 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
         dialogo.setPrintRange(QAbstractPrintDialog::Selection);
     }
     Completa(dialogo, nomeFile);
+    SeguiStampante(dialogo, salvate);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     scelta.soloSelezione = selezione && dispositivo.printRange() == QPrinter::Selection;

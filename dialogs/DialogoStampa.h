@@ -7,6 +7,7 @@
 
 #include "platform/DevMode.h"
 
+class QPrintDialog;
 class QPrinter;
 class QWidget;
 
@@ -35,6 +36,9 @@ struct SceltaStampa {
 /// Sets what \a record tells of into the printer object, so that the dialog begins with it; the paper is Qt's own
 /// affair.
 void Prepara(QPrinter &dispositivo, const DevMode &record);
+
+/// From now on another printer chosen in \a dialogo brings its own number of copies, 1 when it has none.
+void SeguiStampante(QPrintDialog &dialogo, const ImpostazioniSalvate &salvate);
 
 /// The settings of a printer as chosen: \a prima (empty for none) with what the printer object says.
 [[nodiscard]] DevMode Impostazioni(const QPrinter &dispositivo, const DevMode &prima);

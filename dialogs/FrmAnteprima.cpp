@@ -79,7 +79,7 @@ void FrmAnteprima::Disponi()
     const QRect posto = PostoBrowser({Misure::InTwip(finestra.width()), Misure::InTwip(finestra.height())});
     const QRect pixel(Misure::InPixel(posto.x()), Misure::InPixel(posto.y()), Misure::InPixel(posto.width()),
                       Misure::InPixel(posto.height()));
-    // The frame of an inner window may be wider than the design's: scroll bars stay inside it.
+    // The frame of an inner window may be wider than the plain one: scroll bars stay inside it.
     m_browser->setGeometry(esterna ? pixel & rect() : pixel);
     m_avviso->setGeometry(rect());
 }

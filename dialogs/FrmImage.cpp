@@ -178,11 +178,16 @@ QString FrmImage::Relativo() const
     if (pagina.isEmpty() || m_file->text().isEmpty() || !immagine.isFile())
         return {};
     QString diretto = RiferimentoImmagine::Relativo(immagine.absoluteFilePath(), pagina);
-    if (!diretto.isEmpty())
+    const auto sale = [](const QString &riferimento) {
+        return riferimento.isEmpty() || riferimento.startsWith(u"../");
+    };
+    if (!sale(diretto))
         return diretto;
-    // One of the two may have been reached through a link.
+    // One of the two may have been reached through a link. A way up is not shortened by that: browsers go up by names.
     const QFileInfo cartella(QFileInfo(pagina).absolutePath());
-    return RiferimentoImmagine::Relativo(immagine.canonicalFilePath(), cartella.canonicalFilePath() + u"/x"_s);
+    const QString vero =
+        RiferimentoImmagine::Relativo(immagine.canonicalFilePath(), cartella.canonicalFilePath() + u"/x"_s);
+    return sale(vero) ? diretto : vero;
 }
 
 void FrmImage::Sfoglia()

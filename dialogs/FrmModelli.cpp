@@ -5,7 +5,6 @@
 #include "dialogs/ElencoModelli.h"
 #include "dialogs/Modelli.h"
 #include "platform/RichTextBox.h"
-#include "platform/TastiDopoDialogo.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -53,7 +52,6 @@ FrmModelli::FrmModelli(RichTextBox *pad, QWidget *parent) : QDialog(parent), m_p
     RiempiElenco();
     ModuloGrafica::Decora(*this);
     m_elenco->setFocus();
-    new TastiDopoDialogo(this, m_pad);
 }
 
 void FrmModelli::Crea()

@@ -65,7 +65,7 @@ void Disponi(QWidget *pannello, std::initializer_list<Riga> righe)
 FrmTabella::FrmTabella(QWidget *parent) : QDialog(parent)
 {
     setObjectName(u"FrmTabella"_s);
-    setWindowTitle(Messaggio(51));
+    setWindowTitle(Messaggio(413));
     setWindowIcon(ModuloGrafica::Icona(u"tabella"));
     Stato().TestoInserimento.clear();
     auto *colonna = new QVBoxLayout(this);

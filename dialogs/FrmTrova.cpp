@@ -17,7 +17,6 @@
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
 #include "platform/RichTextBox.h"
-#include "platform/TastiDopoDialogo.h"
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -27,6 +26,9 @@ QString FrmTrova::UltimaRicerca;
 
 namespace
 {
+
+constexpr qint16 PaginaIntera = 425;
+constexpr qint16 DaRigaAllaFine = 426;
 
 // Twips.
 constexpr int LarghezzaTesto = 3000;
@@ -93,8 +95,6 @@ void FrmTrova::Crea()
 
 void FrmTrova::Init(RichTextBox *controllo, quint8 modalita)
 {
-    if (m_pad != controllo)
-        new TastiDopoDialogo(this, controllo);
     m_pad = controllo;
     if (modalita == RipetiTrova) {
         bool fineRicerca = false;
@@ -106,6 +106,7 @@ void FrmTrova::Init(RichTextBox *controllo, quint8 modalita)
     }
     ProponiTesto();
     ImpostaModalita(modalita);
+    MettiDovEra();
     show();
     raise();
     activateWindow();
@@ -163,9 +164,46 @@ void FrmTrova::ImpostaModalita(quint8 modalita)
 
 // --- Search ---------------------------------------------------------------------------------------------------------
 
+namespace
+{
+
+/// The selection that the last search or replacement left, and where.
+struct Lasciata {
+    QPointer<RichTextBox> pad;
+    int da = 0;
+    int quanti = 0;
+};
+
+Lasciata &UltimaSelezione()
+{
+    static Lasciata lasciata;
+    return lasciata;
+}
+
+} // namespace
+
+void FrmTrova::SeguiCaretto(int dopoInizio)
+{
+    const Lasciata &ultima = UltimaSelezione();
+    const bool sua = ultima.pad == m_pad;
+    if (m_pad && (m_pad->SelStart() != (sua ? ultima.da : 0) || m_pad->SelLength() != (sua ? ultima.quanti : 0)))
+        PosizioneRicerca = m_pad->SelStart() + (m_pad->SelLength() > 0 ? dopoInizio : 0);
+}
+
+void FrmTrova::RicordaCaretto()
+{
+    if (!m_pad)
+        return;
+    Lasciata &ultima = UltimaSelezione();
+    ultima.pad = m_pad.data();
+    ultima.da = m_pad->SelStart();
+    ultima.quanti = m_pad->SelLength();
+}
+
 void FrmTrova::TrovaStringa(const QString &testo, bool &fineRicerca, bool senzaMessaggio)
 {
     UltimaRicerca = testo;
+    SeguiCaretto(1);
     const bool maiuscole = m_chkOption->isChecked();
     int trovato = -1;
     if (m_pad && !testo.isEmpty()) {
@@ -181,10 +219,12 @@ void FrmTrova::TrovaStringa(const QString &testo, bool &fineRicerca, bool senzaM
             return visibile.riga == riga && visibile.cima + visibile.altezza <= m_pad->viewport()->height();
         });
         m_pad->Seleziona(trovato, lunghezza);
+        RicordaCaretto();
         Mostra(trovato, lunghezza, inVista);
         return;
     }
     PosizioneRicerca = 0;
+    RicordaCaretto();
     fineRicerca = true;
     if (senzaMessaggio)
         return;
@@ -209,6 +249,7 @@ void FrmTrova::SostituisciStringa(const QString &testo, const QString &testoSost
         m_pad->SostituisciTutte({m_pad->SelStart()}, m_pad->SelLength(), testoSostituito);
     else
         m_pad->ImpostaSelText(testoSostituito);
+    RicordaCaretto();
     emit SostituzioneFatta();
     if (questo && trovaDopo)
         AlTrova();
@@ -234,6 +275,8 @@ void FrmTrova::SostituisciTutto()
     if (!m_pad || ModuloDichiarazioni::Stato().ControlloInCorso)
         return;
     int quanti = 0;
+    SeguiCaretto(0);
+    const int primaRiga = m_pad->GetLineFromChar(PosizioneRicerca) + 1;
     const QString testo = InRighe(m_txtFind->text());
     {
         const Pezzi::CursoreAttesa attesa;
@@ -257,8 +300,10 @@ void FrmTrova::SostituisciTutto()
         }
     }
     UltimaRicerca = testo;
+    const QString dove = PosizioneRicerca == 0 ? Messaggio(PaginaIntera) : Messaggio(DaRigaAllaFine).arg(primaRiga);
     PosizioneRicerca = 0;
-    Informa(Messaggio(87) + u' ' + QString::number(quanti) + u' ' + Messaggio(88));
+    RicordaCaretto();
+    Informa(Messaggio(87) + u' ' + QString::number(quanti) + u' ' + Messaggio(88) + u'\n' + dove);
 }
 
 void FrmTrova::Informa(const QString &testo)
@@ -338,6 +383,23 @@ void FrmTrova::keyPressEvent(QKeyEvent *evento)
         return;
     }
     QDialog::keyPressEvent(evento);
+}
+
+void FrmTrova::MettiDovEra()
+{
+    if (isVisible() || !m_posto)
+        return;
+    // The screen may be another one by now.
+    const QRect schermo = screen()->availableGeometry();
+    move(std::clamp(m_posto->x(), schermo.left(), std::max(schermo.left(), schermo.right() - width())),
+         std::clamp(m_posto->y(), schermo.top(), std::max(schermo.top(), schermo.bottom() - height())));
+}
+
+void FrmTrova::hideEvent(QHideEvent *evento)
+{
+    if (!evento->spontaneous())
+        m_posto = pos();
+    QDialog::hideEvent(evento);
 }
 
 void FrmTrova::showEvent(QShowEvent *evento)

@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QPointer>
 
+#include <optional>
+
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -30,7 +32,7 @@ public:
     /// Replaces the selection, whatever it holds; then finds the next match when \a trovaDopo.
     void SostituisciStringa(const QString &testo, const QString &testoSostituito, bool trovaDopo);
 
-    /// 0-based position at which every search starts; kept for the life of the program.
+    /// 0-based position at which every search starts, unless the caret was moved; kept for the life of the program.
     static int PosizioneRicerca;
     /// Text of the last search, likewise.
     static QString UltimaRicerca;
@@ -44,12 +46,18 @@ protected:
     bool event(QEvent *evento) override;
     void keyPressEvent(QKeyEvent *evento) override;
     void showEvent(QShowEvent *evento) override;
+    void hideEvent(QHideEvent *evento) override;
 
 private:
     void Crea();
+    void MettiDovEra();
     void ImpostaDidascalie(bool sostituisce);
     void ImpostaModalita(quint8 modalita);
     void ProponiTesto();
+    /// A caret that was moved since the last search is where the next one starts; with text selected, \a dopoInizio
+    /// units after the selection's start.
+    void SeguiCaretto(int dopoInizio);
+    void RicordaCaretto();
     void AlTrova();
     void AlSostituisci();
     void SostituisciTutto();
@@ -59,6 +67,7 @@ private:
     void ScansaIlTrovato(int posizione, int lunghezza);
 
     QPointer<RichTextBox> m_pad;
+    std::optional<QPoint> m_posto; ///< where it stood when it was closed
     QLabel *m_label1 = nullptr;
     QLabel *m_label2 = nullptr;
     QLineEdit *m_txtFind = nullptr;

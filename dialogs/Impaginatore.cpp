@@ -23,6 +23,20 @@ QFont Variante(const QFont &carattere, bool grassetto, bool corsivo)
     return variante;
 }
 
+/// How many units of the device Qt makes of one that a tab stop is given in: it takes them for dots of the screen.
+qreal ScalaTabulazioni(const QFont &carattere, QPaintDevice *dispositivo)
+{
+    constexpr qreal distanza = 100;
+    QTextOption opzioni;
+    opzioni.setTabStopDistance(distanza);
+    QTextLayout prova(QStringLiteral("\t"), carattere, dispositivo);
+    prova.setTextOption(opzioni);
+    prova.beginLayout();
+    const QTextLine riga = prova.createLine();
+    prova.endLayout();
+    return std::max(riga.cursorToX(1) / distanza, 0.01);
+}
+
 } // namespace
 
 Impaginatore::Impaginatore(const TestoStampa &testo, QPaintDevice *dispositivo, QSizeF area, bool grigi)
@@ -48,7 +62,8 @@ Impaginatore::Impaginatore(const TestoStampa &testo, QPaintDevice *dispositivo, 
     // One column less: advances are rounded.
     m_colonne = uguali ? std::max(qsizetype(0), qsizetype(m_area.width() / (cella * 1.01)) - 1) : 0;
     m_opzioni.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    m_opzioni.setTabStopDistance(testo.tabulazione * QFontMetricsF(m_carattere, dispositivo).horizontalAdvance(u' '));
+    m_opzioni.setTabStopDistance(testo.tabulazione * QFontMetricsF(m_carattere, dispositivo).horizontalAdvance(u' ') /
+                                 ScalaTabulazioni(m_carattere, dispositivo));
 }
 
 bool Impaginatore::Impagina(const std::function<bool(qsizetype)> &passo)

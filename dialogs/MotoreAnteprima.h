@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QUrl>
 #include <QtPlugin>
 
@@ -11,11 +12,13 @@ class QWidget;
 /// What a page of the preview asks for.
 struct RichiestaMotore {
     enum class Tipo {
-        Pagina,   ///< the page itself
-        Cornice,  ///< a frame, or the content of an object element
-        Risorsa,  ///< a picture, style sheet, font or medium that the page names
-        Script,   ///< a script that the page names
-        Contenuto ///< bytes that a script would get to read, and everything else
+        Pagina,    ///< the page itself
+        Cornice,   ///< a frame, or the content of an object element
+        Risorsa,   ///< a picture or medium that the page names
+        Stile,     ///< a style sheet
+        Carattere, ///< a font
+        Script,    ///< a script that the page names
+        Contenuto  ///< bytes that a script would get to read, and everything else
     };
 
     QUrl indirizzo; ///< local ones are file addresses
@@ -42,6 +45,18 @@ public:
     virtual void CollegamentoScelto(const QUrl &indirizzo) = 0;
     /// A mouse button was released over the page, or the page got the keyboard focus.
     virtual void PaginaToccata() = 0;
+    /// The user asked for the context menu, at that place on the screen.
+    virtual void MenuChiesto(QPoint dove) = 0;
+    /// The page makes the program keep too much for it.
+    virtual void MemoriaSuperata() = 0;
+};
+
+/// What pages may do, by the user's choice.
+struct PermessiAnteprima {
+    bool script = true; ///< run scripts
+    bool rete = true;   ///< load from the web
+
+    bool operator==(const PermessiAnteprima &) const = default;
 };
 
 /// A browser engine with one page, behind an interface so that the program neither links nor loads the engine before it
@@ -57,6 +72,8 @@ public:
     virtual void Naviga(const QString &percorso, const QString &posto, const QString &codifica) = 0;
     /// Drops the page together with the process that draws it. Nothing is shown until the next navigation.
     virtual void Ricomincia() = 0;
+    /// What the next navigation may do.
+    virtual void Permetti(const PermessiAnteprima &permessi) = 0;
     /// Calls \a risposta when the process that draws the page is free to answer: never, when a script keeps it busy.
     virtual void Interroga(std::function<void()> risposta) = 0;
 };
@@ -71,4 +88,4 @@ public:
     [[nodiscard]] virtual std::unique_ptr<MotoreAnteprima> Crea(OspiteMotore &ospite, QWidget &contenitore) = 0;
 };
 
-Q_DECLARE_INTERFACE(FabbricaMotore, "velloro.FabbricaMotore/2")
+Q_DECLARE_INTERFACE(FabbricaMotore, "velloro.FabbricaMotore/3")

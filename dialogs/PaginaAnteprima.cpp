@@ -2,10 +2,9 @@
 
 #include "app/ModuloDichiarazioni.h"
 #include "platform/CodificaPagina.h"
-#include "platform/FilePagina.h"
+#include "platform/FileProprio.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 
@@ -44,16 +43,10 @@ int PaginaAnteprima::Scrivi(QStringView testo, FormatoPagina &formato)
 {
     if (testo.isEmpty())
         return 0;
-    const QString &percorso = ModuloDichiarazioni::Stato().FileAnteprima;
-    // Something that is no file (a pipe, say) could hold up every key.
-    if (const QFileInfo info(percorso); info.exists() && !info.isFile())
-        return MotivoNonFile;
-    QFile file(percorso);
-    errno = 0;
-    // The page is nobody else's business. Written over the old one: to give its memory back and ask for it again would
-    // double the cost of a key.
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
-        return Motivo(errno);
+    // Written over the old one: to give its memory back and ask for it again would double the cost of a key.
+    QFile file;
+    if (const int errore = FileProprio::Apri(file, ModuloDichiarazioni::Stato().FileAnteprima); errore != 0)
+        return errore < 0 ? MotivoNonFile : Motivo(errore);
     const QByteArray byte = Codifiche::ByteDaTesto(testo, formato);
     errno = 0;
     return file.write(byte) == byte.size() && file.resize(byte.size()) ? 0 : Motivo(errno);

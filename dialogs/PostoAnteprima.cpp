@@ -40,6 +40,13 @@ void TogliResti(const QString &cartella)
     }
 }
 
+/// Also by a link that leads nowhere.
+bool Presa(const QString &percorso)
+{
+    const QFileInfo info(percorso);
+    return info.exists() || info.isSymLink();
+}
+
 bool Scrivibile(const QString &cartella)
 {
     return !cartella.isEmpty() && QDir().mkpath(cartella) && QFileInfo(cartella).isWritable();
@@ -76,7 +83,7 @@ bool PostoAnteprima::Prendi(const QString &cartella)
         return true;
     for (int numero = 2; numero <= MassimoProgrammi; ++numero) {
         const QString percorso = PercorsoIn(cartella, u"test-%1.html"_s.arg(numero));
-        if (!QFileInfo::exists(percorso) && Prova(percorso))
+        if (!Presa(percorso) && Prova(percorso))
             return true;
     }
     return false;
@@ -86,7 +93,7 @@ bool PostoAnteprima::Prova(const QString &percorso)
 {
     auto chiave = Chiave(percorso);
     // What lies at a free place was left behind; what cannot be deleted cannot be written either.
-    if (!chiave || (QFileInfo::exists(percorso) && !QFile::remove(percorso)))
+    if (!chiave || (Presa(percorso) && !QFile::remove(percorso)))
         return false;
     m_chiave = std::move(chiave);
     m_percorso = percorso;

@@ -2,7 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 #include <QUrl>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using File_System::Stile;
@@ -22,14 +25,18 @@ QString Pulito(QString percorso, Stile stile)
 
 QString RiferimentoImmagine::Relativo(const QString &scelto, const QString &filePagina, Stile stile)
 {
-    const QString immagine = Pulito(scelto, stile);
-    const QString pagina = Pulito(filePagina, stile);
-    const qsizetype fine = pagina.lastIndexOf(u'/');
-    const QString cartella = pagina.first(fine + 1);
+    const QStringList immagine = Pulito(scelto, stile).split(u'/');
+    const QStringList pagina = Pulito(filePagina, stile).split(u'/');
     const Qt::CaseSensitivity lettere = stile == Stile::Windows ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    if (fine < 0 || immagine.size() <= cartella.size() || !immagine.startsWith(cartella, lettere))
+    // What both begin with: the root or the drive at least, or no relative way leads from one to the other.
+    const qsizetype cartelle = std::min(immagine.size(), pagina.size()) - 1;
+    qsizetype comuni = 0;
+    while (comuni < cartelle && immagine.at(comuni).compare(pagina.at(comuni), lettere) == 0)
+        ++comuni;
+    if (comuni == 0 || immagine.constLast().isEmpty())
         return {};
-    return QString::fromLatin1(QUrl::toPercentEncoding(immagine.sliced(cartella.size()), "/"));
+    const QString discesa = QStringList(immagine.sliced(comuni)).join(u'/');
+    return u"../"_s.repeated(pagina.size() - 1 - comuni) + QString::fromLatin1(QUrl::toPercentEncoding(discesa, "/"));
 }
 
 QString RiferimentoImmagine::Intero(const QString &scritto, const QString &filePagina)

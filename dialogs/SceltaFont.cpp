@@ -3,7 +3,6 @@
 #include "dialogs/ColoriHtml.h"
 #include "dialogs/FrmFont.h"
 #include "dialogs/TestoHtml.h"
-#include "platform/TastiDopoDialogo.h"
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +47,6 @@ RisultatoFont ModuloPrincipale::SceltaFont(QWidget *finestra, const QString &fac
     iniziale.dimensione = DimensioneIniziale;
     iniziale.colore = ColoreIniziale;
     FrmFont dialogo(iniziale, finestra);
-    new TastiDopoDialogo(&dialogo, finestra ? finestra->focusWidget() : nullptr);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     RisultatoFont scelto = dialogo.Scelta();

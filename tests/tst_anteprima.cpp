@@ -9,9 +9,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using ModuloDichiarazioni::Stato;
@@ -33,6 +36,11 @@ public:
             m_diario.last() += u' ' + codifica;
     }
     void Ricomincia() override { m_diario += u"ricomincia"_s; }
+    void Permetti(const PermessiAnteprima &p) override
+    {
+        if (p != PermessiAnteprima{})
+            m_diario += u"script %1 rete %2"_s.arg(p.script).arg(p.rete);
+    }
     void Interroga(std::function<void()>) override { m_diario += u"interroga"_s; }
 
 private:
@@ -41,6 +49,7 @@ private:
 
 void Salva(const QString &percorso, const QByteArray &byte = "pagina")
 {
+    QDir().mkpath(QFileInfo(percorso).path());
     QFile file(percorso);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(byte) == byte.size());
 }
@@ -78,7 +87,11 @@ private slots:
     void Regole_data();
     void Regole();
     void CartellaDellaPaginaAperta();
+    void LegamiPosati();
     void ScritturaFallita();
+    void TestoDiStato();
+    void Interruttori_data();
+    void Interruttori();
     void DisegnoPerduto();
     void SenzaMotore();
     void PostiDiPiuProgrammi();
@@ -103,6 +116,7 @@ void tst_Anteprima::initTestCase()
 void tst_Anteprima::init()
 {
     m_cartella = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_CONFIG_HOME", m_cartella->path().toUtf8());
     Stato() = {};
     Stato().FileAnteprima = m_cartella->filePath(u"test.html"_s);
     m_formato = {};
@@ -124,6 +138,8 @@ std::unique_ptr<Anteprima> tst_Anteprima::Crea()
 
 void tst_Anteprima::Richieste_data()
 {
+    // A file that a row names is there unless its name says that it is missing. "~" stands for the folder; "sito" in it
+    // has the links "legame", a folder outside, "chiave.js", a hidden file, "su.png", a picture, "prova.js", a script.
     using Tipo = RichiestaMotore::Tipo;
     QTest::addColumn<QString>("indirizzo");
     QTest::addColumn<Tipo>("tipo");
@@ -131,34 +147,46 @@ void tst_Anteprima::Richieste_data()
     QTest::addColumn<QString>("corrente");
     QTest::addColumn<bool>("concessa");
 
-    const QString mia = u"/sito/mia.html"_s;
-    QTest::newRow("the page") << u"file:///sito/mia.html"_s << Tipo::Pagina << false << mia << true;
-    QTest::newRow("another page") << u"file:///sito/altra.html"_s << Tipo::Pagina << false << mia << false;
-    QTest::newRow("a page without a file") << u"file:///test.html"_s << Tipo::Pagina << false << QString() << true;
-    QTest::newRow("a web page in its place") << u"http://e.it/"_s << Tipo::Pagina << false << mia << false;
-    QTest::newRow("picture above") << u"file:///figure/a.png"_s << Tipo::Risorsa << false << mia << true;
-    QTest::newRow("file of another machine") << u"file://altro/a.png"_s << Tipo::Risorsa << false << mia << false;
-    QTest::newRow("local picture for a web frame") << u"file:///sito/a.png"_s << Tipo::Risorsa << true << mia << false;
-    QTest::newRow("frame beside") << u"file:///sito/menu.html"_s << Tipo::Cornice << false << mia << true;
-    QTest::newRow("frame that climbs out") << u"file:///sito/../etc/passwd"_s << Tipo::Cornice << false << mia << false;
-    QTest::newRow("folder with the same beginning")
-        << u"file:///sito2/a.html"_s << Tipo::Cornice << false << mia << false;
-    QTest::newRow("frame of a page without a file")
-        << u"file:///etc/passwd"_s << Tipo::Cornice << false << QString() << false;
-    QTest::newRow("script above") << u"file:///js/a.js"_s << Tipo::Script << false << mia << true;
-    QTest::newRow("data beside as a script") << u"file:///sito/a.json"_s << Tipo::Script << false << mia << false;
-    QTest::newRow("script of a browser's settings")
-        << u"file:///home/a/.mozilla/p/prefs.js"_s << Tipo::Script << false << mia << false;
-    QTest::newRow("hidden picture") << u"file:///home/a/.faces/a.png"_s << Tipo::Risorsa << false << mia << false;
-    QTest::newRow("page in a hidden folder")
-        << u"file:///a/.sito/su.png"_s << Tipo::Risorsa << false << u"/a/.sito/p/mia.html"_s << true;
-    QTest::newRow("hidden folder beside the page")
-        << u"file:///sito/.well-known/a.png"_s << Tipo::Risorsa << false << mia << true;
-    QTest::newRow("picture by its full path in a page without a file")
-        << u"file:///home/a/b.png"_s << Tipo::Risorsa << false << QString() << true;
-    QTest::newRow("script reads a file") << u"file:///sito/dati.json"_s << Tipo::Contenuto << false << mia << false;
-    QTest::newRow("script reads the web") << u"http://e.it/dati"_s << Tipo::Contenuto << false << mia << true;
-    QTest::newRow("inner address") << u"chrome://settings"_s << Tipo::Cornice << false << mia << false;
+    const QString mia = u"~/sito/mia.html"_s;
+    const auto riga = [](const char *nome, const QString &indirizzo, Tipo tipo, bool concessa, const QString &corrente,
+                         bool daRemoto = false) {
+        QTest::newRow(nome) << indirizzo << tipo << daRemoto << corrente << concessa;
+    };
+    riga("the page", u"file://~/sito/mia.html"_s, Tipo::Pagina, true, mia);
+    riga("another page", u"file://~/sito/altra.html"_s, Tipo::Pagina, false, mia);
+    riga("a page without a file", u"file:///test.html"_s, Tipo::Pagina, true, {});
+    riga("a web page in its place", u"http://e.it/"_s, Tipo::Pagina, false, mia);
+    riga("picture above", u"file://~/figure/a.png"_s, Tipo::Risorsa, true, mia);
+    riga("missing picture", u"file://~/sito/manca.png"_s, Tipo::Risorsa, false, mia);
+    riga("picture of any name beside", u"file://~/sito/figura.js"_s, Tipo::Risorsa, true, mia);
+    riga("text above as a picture", u"file://~/nota.txt"_s, Tipo::Risorsa, false, mia);
+    riga("text above as a style sheet", u"file://~/nota.txt"_s, Tipo::Stile, false, mia);
+    riga("style sheet above", u"file://~/css/a.css"_s, Tipo::Stile, true, mia);
+    riga("font above", u"file://~/a.ttf"_s, Tipo::Carattere, true, mia);
+    riga("picture as a font", u"file://~/sito/a.png"_s, Tipo::Carattere, false, mia);
+    riga("file of another machine", u"file://altro/a.png"_s, Tipo::Risorsa, false, mia);
+    riga("local picture for a web frame", u"file://~/sito/a.png"_s, Tipo::Risorsa, false, mia, true);
+    riga("frame beside", u"file://~/sito/menu.html"_s, Tipo::Cornice, true, mia);
+    riga("frame that climbs out", u"file://~/sito/../etc/passwd"_s, Tipo::Cornice, false, mia);
+    riga("folder with the same beginning", u"file://~/sito2/a.html"_s, Tipo::Cornice, false, mia);
+    riga("frame of a page without a file", u"file:///etc/passwd"_s, Tipo::Cornice, false, {});
+    riga("script beside", u"file://~/sito/js/a.js"_s, Tipo::Script, true, mia);
+    riga("script above", u"file://~/js/a.js"_s, Tipo::Script, false, mia);
+    riga("data beside as a script", u"file://~/sito/a.json"_s, Tipo::Script, false, mia);
+    riga("script in a hidden folder below", u"file://~/sito/.git/hooks/a.js"_s, Tipo::Script, false, mia);
+    riga("hidden file beside", u"file://~/sito/.segreto.png"_s, Tipo::Risorsa, false, mia);
+    riga("hidden picture", u"file://~/.faces/a.png"_s, Tipo::Risorsa, false, mia);
+    riga("page in a hidden folder", u"file://~/.sito/su.png"_s, Tipo::Risorsa, true, u"~/.sito/p/mia.html"_s);
+    riga("hidden file named as a script by a link", u"file://~/sito/chiave.js"_s, Tipo::Script, false, mia);
+    riga("the same as a picture", u"file://~/sito/chiave.js"_s, Tipo::Risorsa, false, mia);
+    riga("script outside by a link", u"file://~/sito/prova.js"_s, Tipo::Script, false, mia);
+    riga("frame in a linked folder", u"file://~/sito/legame/altra.html"_s, Tipo::Cornice, false, mia);
+    riga("picture outside by a link", u"file://~/sito/su.png"_s, Tipo::Risorsa, true, mia);
+    riga("the page's folder through a link", u"file://~/via/menu.html"_s, Tipo::Cornice, true, u"~/via/mia.html"_s);
+    riga("picture by its full path in a page without a file", u"file://~/b.png"_s, Tipo::Risorsa, true, {});
+    riga("script reads a file", u"file://~/sito/dati.json"_s, Tipo::Contenuto, false, mia);
+    riga("script reads the web", u"http://e.it/dati"_s, Tipo::Contenuto, true, mia);
+    riga("inner address", u"chrome://settings"_s, Tipo::Cornice, false, mia);
 }
 
 void tst_Anteprima::Richieste()
@@ -167,8 +195,27 @@ void tst_Anteprima::Richieste()
     QFETCH(RichiestaMotore::Tipo, tipo);
     QFETCH(bool, daRemoto);
     QFETCH(QString, corrente);
-    QTEST(RichiesteAnteprima::Concede({QUrl(indirizzo), tipo, daRemoto}, RichiesteAnteprima::Posto(corrente)),
-          "concessa");
+    for (const QString &nome : {u"fuori/.env"_s, u"fuori/altra.html"_s, u"fuori/prova.js"_s, u"fuori/su.png"_s})
+        Salva(m_cartella->filePath(nome));
+    QDir(m_cartella->path()).mkpath(u"sito"_s);
+    const auto lega = [this](const QString &da, const QString &a) {
+        QVERIFY(QFile::link(m_cartella->filePath(da), m_cartella->filePath(a)));
+    };
+    lega(u"fuori"_s, u"sito/legame"_s);
+    lega(u"fuori/.env"_s, u"sito/chiave.js"_s);
+    lega(u"fuori/su.png"_s, u"sito/su.png"_s);
+    lega(u"fuori/prova.js"_s, u"sito/prova.js"_s);
+    lega(u"sito"_s, u"via"_s);
+    const QUrl chiesto(indirizzo.replace(u'~', m_cartella->path()));
+    const QString posto = RichiesteAnteprima::Posto(corrente.replace(u'~', m_cartella->path()));
+    const QString file = QDir::cleanPath(chiesto.toLocalFile());
+    if (!corrente.isEmpty())
+        Salva(posto);
+    if (file.startsWith(m_cartella->path()) && !indirizzo.contains(u"manca"_s) && !QFileInfo::exists(file))
+        Salva(file);
+    QTEST(RichiesteAnteprima::Concede({chiesto, tipo, daRemoto}, posto, true), "concessa");
+    if (!chiesto.isLocalFile())
+        QVERIFY(!RichiesteAnteprima::Concede({chiesto, tipo, daRemoto}, posto, false));
 }
 
 void tst_Anteprima::Apribile_data()
@@ -270,24 +317,94 @@ void tst_Anteprima::CartellaDellaPaginaAperta()
     QCOMPARE(fuoco.size(), 2);
 }
 
+void tst_Anteprima::LegamiPosati()
+{
+    const auto anteprima = Crea();
+    RichTextBox pad;
+    pad.ImpostaText(QString(60, u'x'));
+    const QString pagina = Stato().FileAnteprima;
+    const QString altrui = m_cartella->filePath(u"altrui"_s);
+    const QString manca = m_cartella->filePath(u"manca"_s);
+    Salva(altrui);
+    for (const QString &via : {u"simbolico"_s, u"nel vuoto"_s, u"altro nome"_s}) {
+        QFile::remove(pagina);
+        if (via == u"altro nome")
+            QCOMPARE(::link(altrui.toUtf8().constData(), pagina.toUtf8().constData()), 0);
+        else
+            QVERIFY(QFile::link(via == u"simbolico" ? altrui : manca, pagina));
+        anteprima->AggiornaAnteprima(&pad, false);
+        QVERIFY2(!QFileInfo(pagina).isSymLink() && QFileInfo(pagina).size() == 62, qPrintable(via));
+        QCOMPARE(QFileInfo(altrui).size(), 6);
+        QVERIFY(!QFileInfo::exists(manca));
+    }
+    QFile::remove(pagina);
+    QVERIFY(QFile::link(manca, pagina)); // taken away when the place is taken
+    QCOMPARE(PostoAnteprima({m_cartella->path()}).Percorso(), pagina);
+    QVERIFY(!QFileInfo(pagina).isSymLink());
+}
+
 void tst_Anteprima::ScritturaFallita()
 {
     const auto anteprima = Crea();
-    QSignalSpy stato(anteprima.get(), &Anteprima::TestoStato);
+    QSignalSpy guasti(anteprima.get(), &Anteprima::Guasto);
     RichTextBox pad;
     pad.ImpostaText(QString(60, u'x'));
-    m_ospite->TitoloCambiato(u"titolo"_s);
     const QString buono = std::exchange(Stato().FileAnteprima, m_cartella->filePath(u"manca/test.html"_s));
     for (int i = 0; i < 3; ++i)
         anteprima->AggiornaAnteprima(&pad, false);
     Stato().FileAnteprima = m_cartella->path(); // a folder
     anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 2); // the title, the failure
+    QCOMPARE(guasti.size(), 1);
     Stato().FileAnteprima = buono;
     anteprima->AggiornaAnteprima(&pad, false);
-    QCOMPARE(stato.size(), 3);
-    QCOMPARE(stato.last(), QVariantList{u"titolo"_s});
+    QCOMPARE(guasti.size(), 2);
+    QCOMPARE(guasti.last(), QVariantList{QString()});
     QTRY_COMPARE(m_diario, QStringList{u"/test.html 62"_s});
+}
+
+void tst_Anteprima::TestoDiStato()
+{
+    const auto anteprima = Crea();
+    QSignalSpy stato(anteprima.get(), &Anteprima::TestoStato);
+    m_ospite->TitoloCambiato(u"a\x202E\x1b\r\nb"_s);
+    QCOMPARE(stato.takeLast(), QVariantList{u"a\\u202E\\x1B b"_s});
+    m_ospite->CollegamentoIndicato(QUrl(u"http://x/\x2067y"_s));
+    QVERIFY(!stato.last().constFirst().toString().contains(QChar(0x2067)));
+}
+
+void tst_Anteprima::Interruttori_data()
+{
+    QTest::addColumn<QByteArray>("prima"); // the user's own settings
+    QTest::addColumn<QString>("detto");    // to the engine at the start; empty: all is on
+    QTest::addColumn<QByteArray>("dopo");  // with scripts switched the other way in the menu
+    QTest::newRow("nothing written") << QByteArray("-") << QString() << QByteArray("ScriptOn = 0\nRemoteOn = 1\n");
+    QTest::newRow("off, beside another line without an end")
+        << QByteArray("ScriptOn = 0\nLanguage = 1") << u"script 0 rete 1"_s
+        << QByteArray("ScriptOn = 1\nLanguage = 1\nRemoteOn = 1\n");
+    QTest::newRow("the last line counts, no number is 0")
+        << QByteArray("RemoteOn = 1\r\nRemoteOn=0\r\n") << u"script 1 rete 0"_s
+        << QByteArray("RemoteOn = 1\r\nRemoteOn = 0\r\nScriptOn = 0\n");
+    QTest::newRow("other letters, other place")
+        << QByteArray("scripton = 0\n ScriptOn = 0\n") << QString()
+        << QByteArray("scripton = 0\n ScriptOn = 0\nScriptOn = 0\nRemoteOn = 1\n");
+}
+
+void tst_Anteprima::Interruttori()
+{
+    QFETCH(QByteArray, prima);
+    QFETCH(QString, detto);
+    const QString file = m_cartella->filePath(u"velloro/GlobalSetting.dat"_s);
+    if (prima != "-")
+        Salva(file, prima);
+    const auto anteprima = Crea();
+    QCOMPARE(m_diario.join(u'|'), detto);
+    m_ospite->MenuChiesto({});
+    m_finestra->findChild<QMenu *>(u"MenuAnteprima"_s)->actions().constFirst()->trigger();
+    QFile scritto(file);
+    QVERIFY(scritto.open(QIODevice::ReadOnly));
+    QTEST(scritto.readAll(), "dopo");
+    const bool rete = m_ospite->Concede({QUrl(u"https://e.it/a.png"_s), RichiestaMotore::Tipo::Risorsa, false});
+    QCOMPARE(rete, !detto.contains(u"rete 0"_s));
 }
 
 void tst_Anteprima::DisegnoPerduto()

@@ -370,9 +370,11 @@ private slots:
         Colonne<QString, QString, bool, QString>({"immagine", "pagina", "windows", "atteso"});
         const QString pagina = u"/casa/sito/p.html"_s;
         QTest::newRow("below") << u"/casa/sito/img/x/a.gif"_s << pagina << false << u"img/x/a.gif"_s;
-        QTest::newRow("above") << u"/casa/a.gif"_s << pagina << false << QString();
-        QTest::newRow("a folder whose name begins alike") << u"/casa/sito2/a.gif"_s << pagina << false << QString();
-        QTest::newRow("dots lead out") << u"/casa/sito/../a.gif"_s << pagina << false << QString();
+        QTest::newRow("above") << u"/casa/a.gif"_s << pagina << false << u"../a.gif"_s;
+        QTest::newRow("a neighbour whose name begins alike")
+            << u"/casa/sito2/a.gif"_s << pagina << false << u"../sito2/a.gif"_s;
+        QTest::newRow("only the root in common") << u"/x/a b.gif"_s << pagina << false << u"../../x/a%20b.gif"_s;
+        QTest::newRow("dots lead out") << u"/casa/sito/../a.gif"_s << pagina << false << u"../a.gif"_s;
         QTest::newRow("dots lead back") << u"/casa/x/../sito/a.gif"_s << pagina << false << u"a.gif"_s;
         QTest::newRow("blank, percent, hash, question mark, quote")
             << u"/casa/sito/a b%20#1?.\"gif"_s << pagina << false << u"a%20b%2520%231%3F.%22gif"_s;

@@ -2,7 +2,10 @@
 #include "platform/Spooler.h"
 #include "Colonne.h"
 
+#include <QComboBox>
+#include <QPrintDialog>
 #include <QPrinter>
+#include <QSpinBox>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -274,6 +277,23 @@ private slots:
             QCOMPARE(altro.pageLayout().orientation(), QPageLayout::Landscape);
             QCOMPARE(altro.colorMode(), QPrinter::GrayScale);
         }
+    }
+
+    void copieDellAltraStampante()
+    {
+        QPrinter dispositivo(QPrinter::HighResolution);
+        QPrintDialog dialogo(&dispositivo);
+        auto *copie = dialogo.findChild<QSpinBox *>(u"copies"_s);
+        auto *stampanti = dialogo.findChild<QComboBox *>(u"printers"_s);
+        QVERIFY(copie && stampanti);
+        ImpostazioniSalvate salvate{{u"A"_s, u"B"_s}, {DevMode(), DevMode()}};
+        salvate.record[1].Imposta(DevMode::NumeroCopie, 4);
+        SeguiStampante(dialogo, salvate);
+        copie->setValue(7);
+        emit stampanti->currentTextChanged(u"B"_s);
+        QCOMPARE(copie->value(), 4);
+        emit stampanti->currentTextChanged(u"A"_s);
+        QCOMPARE(copie->value(), 1);
     }
 };
 

@@ -175,6 +175,20 @@ private slots:
         QCOMPARE(prova.Testo(), u"primasceltadopo"_s);
     }
 
+    void tabulazioni()
+    {
+        // Two letters behind tabs stand where blanks would have brought them.
+        Stampata prova(u"\tX\tY\r\na\tX"_s);
+        const auto colonne = qsizetype(std::lround(TestoStampa::Da(prova.pad, false).tabulazione));
+        prova.Stampa();
+        const QStringList tab = prova.Pagine();
+        prova.pad.ImpostaText(QString(colonne, u' ') + u'X' + QString(colonne - 1, u' ') + u"Y\r\na"_s +
+                              QString(colonne - 1, u' ') + u'X');
+        prova.Stampa();
+        QVERIFY(colonne > 1);
+        QCOMPARE(tab, prova.Pagine());
+    }
+
     void aspetto()
     {
         const auto rosso = [](QColor c) { return c.red() > 200 && c.green() < 90 && c.blue() < 40; };

@@ -8,7 +8,7 @@
 class FabbricaWebEngine : public QObject, public FabbricaMotore
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "velloro.FabbricaMotore/2")
+    Q_PLUGIN_METADATA(IID "velloro.FabbricaMotore/3")
     Q_INTERFACES(FabbricaMotore)
 
 public:

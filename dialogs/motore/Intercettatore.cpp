@@ -18,8 +18,10 @@ RichiestaMotore::Tipo TipoDi(QWebEngineUrlRequestInfo::ResourceType tipo)
     case QWebEngineUrlRequestInfo::ResourceTypeScript:
         return RichiestaMotore::Tipo::Script;
     case QWebEngineUrlRequestInfo::ResourceTypeStylesheet:
-    case QWebEngineUrlRequestInfo::ResourceTypeImage:
+        return RichiestaMotore::Tipo::Stile;
     case QWebEngineUrlRequestInfo::ResourceTypeFontResource:
+        return RichiestaMotore::Tipo::Carattere;
+    case QWebEngineUrlRequestInfo::ResourceTypeImage:
     case QWebEngineUrlRequestInfo::ResourceTypeMedia:
     case QWebEngineUrlRequestInfo::ResourceTypeFavicon:
         return RichiestaMotore::Tipo::Risorsa;
@@ -37,15 +39,23 @@ Intercettatore::Intercettatore(OspiteMotore &ospite, SchemaPagina &schema, QObje
 
 void Intercettatore::interceptRequest(QWebEngineUrlRequestInfo &richiesta)
 {
-    const QString origine = richiesta.initiator().scheme();
-    const RichiestaMotore::Tipo tipo = TipoDi(richiesta.resourceType());
+    using Tipo = RichiestaMotore::Tipo;
+    const Tipo tipo = TipoDi(richiesta.resourceType());
     const QUrl indirizzo = richiesta.requestUrl();
-    const bool pagina = tipo == RichiestaMotore::Tipo::Cornice || tipo == RichiestaMotore::Tipo::Pagina;
-    const bool concessa =
-        m_ospite.Concede({SchemaPagina::AFile(indirizzo), tipo, origine == u"http" || origine == u"https"});
-    const QUrl sua = SchemaPagina::OrigineSua(indirizzo);
-    if (!concessa)
+    const bool documento = tipo == Tipo::Cornice || tipo == Tipo::Pagina;
+    const auto schema = QLatin1StringView(IndirizziPagina::Schema());
+    // A frame from the web, and whatever hides its origin, has nothing to do with local files.
+    const bool daRemoto = tipo != Tipo::Pagina && richiesta.initiator().scheme() != schema;
+    if (!m_ospite.Concede({m_schema.Indirizzi().AFile(indirizzo), tipo, daRemoto})) {
         richiesta.block(true);
-    else if ((pagina && !sua.isEmpty()) || (!pagina && indirizzo.isLocalFile() && !m_schema.Lascia(indirizzo)))
+        return;
+    }
+    const QUrl sua = m_schema.Indirizzi().OrigineSua(indirizzo);
+    const bool altrove = tipo == Tipo::Pagina ? false
+                         : documento          ? !sua.isEmpty()
+                                              : indirizzo.isLocalFile() && !m_schema.Lascia(indirizzo);
+    if (altrove)
         richiesta.redirect(sua);
+    else if (indirizzo.scheme() == schema)
+        richiesta.setHttpHeader(SchemaPagina::Intestazione(), QByteArray::number(int(tipo)));
 }

@@ -5,14 +5,36 @@
 #include "SchemaPagina.h"
 
 #include <QChildEvent>
+#include <QContextMenuEvent>
+#include <QNetworkProxy>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineNotification>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Takes away from pages and frames what sends datagrams.
+QWebEngineScript SenzaChiamate()
+{
+    QWebEngineScript programma;
+    programma.setName(u"senza chiamate"_s);
+    programma.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    programma.setWorldId(QWebEngineScript::MainWorld);
+    programma.setRunsOnSubFrames(true);
+    programma.setSourceCode(u"delete self.RTCPeerConnection; delete self.webkitRTCPeerConnection;"_s);
+    return programma;
+}
+
+} // namespace
 
 MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
     : m_ospite(ospite), m_contenitore(contenitore), m_vista(new QWebEngineView(&contenitore))
@@ -26,6 +48,7 @@ MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
     CreaPagina();
     m_vista->setGeometry(contenitore.rect());
     contenitore.installEventFilter(this);
+    connect(&m_guardia, &GuardiaMemoria::Superata, this, [this] { m_ospite.MemoriaSuperata(); });
     m_vista->show();
 }
 
@@ -41,9 +64,9 @@ void MotoreWebEngine::CreaProfilo()
     m_profilo = new QWebEngineProfile(this); // without a name: off the record
     m_profilo->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
     m_profilo->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-    m_schema = new SchemaPagina(m_profilo);
+    m_schema = new SchemaPagina(m_ospite, m_profilo);
     m_profilo->setUrlRequestInterceptor(new Intercettatore(m_ospite, *m_schema, m_profilo));
-    m_profilo->installUrlSchemeHandler(SchemaPagina::Nome(), m_schema);
+    m_profilo->installUrlSchemeHandler(IndirizziPagina::Schema(), m_schema);
     m_profilo->setNotificationPresenter([](auto) {});
     connect(m_profilo, &QWebEngineProfile::downloadRequested, this,
             [](QWebEngineDownloadRequest *scaricamento) { scaricamento->cancel(); });
@@ -63,40 +86,70 @@ void MotoreWebEngine::CreaProfilo()
           QWebEngineSettings::AllowGeolocationOnInsecureOrigins, QWebEngineSettings::ErrorPageEnabled,
           QWebEngineSettings::AutoLoadIconsForPage})
         impostazioni->setAttribute(spento, false);
-    impostazioni->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+    impostazioni->setUnknownUrlSchemePolicy(QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
 }
 
 void MotoreWebEngine::CreaPagina()
 {
     PaginaWeb *vecchia = m_pagina;
+    if (vecchia)
+        m_ripresa.Annota(*vecchia);
     m_pagina = new PaginaWeb(m_profilo, this);
-    connect(m_pagina, &QWebEnginePage::loadFinished, this, [this] { m_ospite.NavigazioneFinita(); });
-    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] { m_ospite.DisegnoPerduto(); });
-    connect(m_pagina, &QWebEnginePage::titleChanged, this, [this](const QString &titolo) {
-        // A page without a title gets its address for one.
-        m_ospite.TitoloCambiato(m_pagina->url().toString().endsWith(titolo) ? QString() : titolo);
-    });
-    connect(m_pagina, &QWebEnginePage::linkHovered, this,
-            [this](const QString &indirizzo) { m_ospite.CollegamentoIndicato(SchemaPagina::AFile(QUrl(indirizzo))); });
-    connect(m_pagina, &PaginaWeb::CollegamentoScelto, this,
-            [this](const QUrl &indirizzo) { m_ospite.CollegamentoScelto(SchemaPagina::AFile(indirizzo)); });
+    CollegaPagina();
     m_vista->setPage(m_pagina);
     delete vecchia;
     TogliFuoco(m_vista);
 }
 
+void MotoreWebEngine::CollegaPagina()
+{
+    connect(m_pagina, &QWebEnginePage::loadFinished, this, [this] {
+        m_ripresa.Concludi(*m_pagina);
+        m_ospite.NavigazioneFinita();
+    });
+    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] { m_ospite.DisegnoPerduto(); });
+    connect(m_pagina, &QWebEnginePage::titleChanged, this, [this](const QString &titolo) {
+        // A page without a title gets its address for one.
+        m_ospite.TitoloCambiato(m_pagina->url().toString().endsWith(titolo) ? QString() : titolo);
+    });
+    connect(m_pagina, &QWebEnginePage::linkHovered, this, [this](const QString &indirizzo) {
+        m_ospite.CollegamentoIndicato(m_schema->Indirizzi().AFile(QUrl(indirizzo)));
+    });
+    connect(m_pagina, &PaginaWeb::CollegamentoScelto, this,
+            [this](const QUrl &indirizzo) { m_ospite.CollegamentoScelto(m_schema->Indirizzi().AFile(indirizzo)); });
+}
+
 void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto, const QString &codifica)
 {
+    m_ripresa.Annota(*m_pagina);
+    if (std::exchange(m_posto, posto) != posto)
+        m_ripresa.Dimentica();
     if (m_pagina->Irrequieta())
         CreaPagina();
     m_schema->Imposta(percorso, posto);
     m_profilo->settings()->setDefaultTextEncoding(codifica);
-    m_pagina->Mostra(SchemaPagina::DaPercorso(posto));
+    m_ripresa.Prepara(*m_pagina);
+    m_guardia.Riparti();
+    m_pagina->Mostra(m_schema->Indirizzi().Pagina(), m_schema->Indirizzi().PaginaConNome());
 }
 
 void MotoreWebEngine::Ricomincia()
 {
     CreaPagina();
+}
+
+void MotoreWebEngine::Permetti(const PermessiAnteprima &permessi)
+{
+    m_profilo->settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, permessi.script);
+    // The requests of pages are judged one by one, but nobody asks about the datagrams of calls.
+    QWebEngineScriptCollection &programmi = *m_profilo->scripts();
+    programmi.clear();
+    if (!permessi.rete)
+        programmi.insert(SenzaChiamate());
+    // This holds back what the engine does before it asks (connections
+    // made ahead).
+    QNetworkProxy::setApplicationProxy(permessi.rete ? QNetworkProxy(QNetworkProxy::DefaultProxy)
+                                                     : QNetworkProxy(QNetworkProxy::Socks5Proxy, u"127.0.0.1"_s, 9));
 }
 
 void MotoreWebEngine::Interroga(std::function<void()> risposta)
@@ -119,26 +172,32 @@ void MotoreWebEngine::TogliFuoco(QObject *oggetto)
 
 bool MotoreWebEngine::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    switch (evento->type()) {
-    case QEvent::Resize:
-        if (oggetto == &m_contenitore)
+    if (oggetto == &m_contenitore) {
+        if (evento->type() == QEvent::Resize)
             m_vista->setGeometry(m_contenitore.rect());
-        break;
+        return QObject::eventFilter(oggetto, evento);
+    }
+    switch (evento->type()) {
     case QEvent::ChildAdded:
         // Each process that draws a page brings a widget of its own.
-        if (oggetto != &m_contenitore)
-            TogliFuoco(static_cast<QChildEvent *>(evento)->child());
+        TogliFuoco(static_cast<QChildEvent *>(evento)->child());
         break;
     case QEvent::FocusIn:
         // The engine hands the focus to a new process's widget whatever that widget's policy is. Given back at once,
         // between two keys, nothing that is typed goes to the page.
-        if (oggetto != &m_contenitore)
-            m_ospite.PaginaToccata();
+        m_ospite.PaginaToccata();
+        break;
+    case QEvent::Wheel:
+    case QEvent::MouseButtonPress:
+        m_ripresa.LasciaStare();
         break;
     case QEvent::MouseButtonRelease:
         m_pagina->AnnotaClic();
         m_ospite.PaginaToccata();
         break;
+    case QEvent::ContextMenu:
+        m_ospite.MenuChiesto(static_cast<QContextMenuEvent *>(evento)->globalPos());
+        return true;
     default:
         break;
     }

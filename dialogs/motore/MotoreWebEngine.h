@@ -1,5 +1,8 @@
 #pragma once
 
+#include "GuardiaMemoria.h"
+#include "Ripresa.h"
+
 #include "dialogs/MotoreAnteprima.h"
 
 #include <QObject>
@@ -20,6 +23,7 @@ public:
 
     void Naviga(const QString &percorso, const QString &posto, const QString &codifica) override;
     void Ricomincia() override;
+    void Permetti(const PermessiAnteprima &permessi) override;
     void Interroga(std::function<void()> risposta) override;
 
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
@@ -27,6 +31,7 @@ public:
 private:
     void CreaProfilo();
     void CreaPagina();
+    void CollegaPagina();
     void TogliFuoco(QObject *oggetto);
 
     OspiteMotore &m_ospite;
@@ -35,4 +40,7 @@ private:
     SchemaPagina *m_schema = nullptr;
     PaginaWeb *m_pagina = nullptr;
     QWebEngineView *m_vista = nullptr;
+    Ripresa m_ripresa;
+    GuardiaMemoria m_guardia{this};
+    QString m_posto;
 };

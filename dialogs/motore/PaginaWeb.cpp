@@ -8,16 +8,28 @@
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineQuotaRequest>
 #include <QWebEngineRegisterProtocolHandlerRequest>
+#include <QWebEngineScript>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <utility>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace
 {
 
 constexpr auto DurataClic = 1000ms;
+
+/// True for what the engine shows itself; everything else it would hand to the system.
+bool Mostrabile(const QString &schema)
+{
+    static constexpr std::array schemi = {"velloro"_L1, "file"_L1, "http"_L1, "https"_L1,
+                                          "data"_L1,    "blob"_L1, "about"_L1};
+    return std::any_of(schemi.begin(), schemi.end(), [&](auto s) { return schema == s; });
+}
 
 } // namespace
 
@@ -50,10 +62,11 @@ void PaginaWeb::Rifiuta()
             [](const QUrl &, QAuthenticator *credenziali, const QString &) { *credenziali = QAuthenticator(); });
 }
 
-void PaginaWeb::Mostra(const QUrl &indirizzo)
+void PaginaWeb::Mostra(const QUrl &indirizzo, const QUrl &conNome)
 {
     m_attesa = true;
     m_indirizzo = indirizzo;
+    m_conNome = conNome;
     load(indirizzo);
 }
 
@@ -64,13 +77,14 @@ void PaginaWeb::AnnotaClic()
 
 bool PaginaWeb::acceptNavigationRequest(const QUrl &indirizzo, NavigationType tipo, bool principale)
 {
-    if (!principale)
-        return true; // the interceptor decides on frames
-    if (indirizzo == m_indirizzo && std::exchange(m_attesa, false))
+    // The interceptor decides on frames, but never hears of what the engine would hand to the system.
+    if (!principale && Mostrabile(indirizzo.scheme()))
+        return true;
+    if (principale && indirizzo == m_indirizzo && std::exchange(m_attesa, false))
         return true;
     if (tipo == NavigationTypeLinkClicked)
         Segui(indirizzo);
-    else
+    else if (principale)
         m_irrequieta = true;
     return false;
 }
@@ -86,5 +100,11 @@ void PaginaWeb::Segui(const QUrl &indirizzo)
     // A script can click as well, any number of times; one click of the user opens one page.
     if (std::exchange(m_clic, QDeadlineTimer(0)).hasExpired())
         return;
-    emit CollegamentoScelto(indirizzo);
+    if (indirizzo.hasFragment() && indirizzo.adjusted(QUrl::RemoveFragment) == m_conNome) {
+        // Encoded, it holds neither quotes nor backslashes.
+        runJavaScript(u"location.hash = \"%1\""_s.arg(indirizzo.fragment(QUrl::FullyEncoded)),
+                      QWebEngineScript::ApplicationWorld);
+    } else {
+        emit CollegamentoScelto(indirizzo);
+    }
 }

@@ -12,8 +12,9 @@ class PaginaWeb : public QWebEnginePage
 public:
     PaginaWeb(QWebEngineProfile *profilo, QObject *parent);
 
-    /// Shows \a indirizzo, or loads it again.
-    void Mostra(const QUrl &indirizzo);
+    /// Shows \a indirizzo, or loads it again. Links to a place in \a conNome, its own other address, lead to that
+    /// place.
+    void Mostra(const QUrl &indirizzo, const QUrl &conNome);
     /// True when the page tried to go elsewhere or to load itself again: it could cross the next navigation too.
     [[nodiscard]] bool Irrequieta() const { return m_irrequieta; }
     /// The user released a mouse button over the page: the next link counts as clicked.
@@ -35,6 +36,7 @@ private:
     void Segui(const QUrl &indirizzo);
 
     QUrl m_indirizzo;
+    QUrl m_conNome;
     QDeadlineTimer m_clic{0};
     bool m_attesa = false;
     bool m_irrequieta = false;

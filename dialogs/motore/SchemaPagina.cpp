@@ -1,145 +1,98 @@
 #include "SchemaPagina.h"
 
 #include <QBuffer>
-#include <QCryptographicHash>
 #include <QFile>
-#include <QFileInfo>
-#include <QStringList>
-#include <QUuid>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
+using Tipo = RichiestaMotore::Tipo;
 
-namespace
+SchemaPagina::SchemaPagina(const OspiteMotore &ospite, QObject *parent)
+    : QWebEngineUrlSchemeHandler(parent), m_ospite(ospite), m_indirizzi(m_lasciapassare.Radice())
 {
-
-constexpr auto Iniziale = u'p'; // a host makes relative addresses work as on the web, and may not look like a number
-
-bool HaEstensione(const QString &percorso, const QStringList &estensioni)
-{
-    return estensioni.contains(QFileInfo(percorso).suffix().toLower());
-}
-
-/// What is answered here when a page asks for it with the right to read it: modules and fonts are asked for no other
-/// way.
-bool Leggibile(const QString &percorso)
-{
-    return HaEstensione(percorso, {u"js"_s, u"mjs"_s, u"woff2"_s, u"woff"_s, u"ttf"_s, u"otf"_s, u"ttc"_s});
-}
-
-/// Each file is an origin of its own, so that a page cannot read the pages in its frames.
-QString CasaDi(const QString &percorso)
-{
-    return Iniziale + QString::fromLatin1(QCryptographicHash::hash(percorso.toUtf8(), QCryptographicHash::Md5).toHex());
-}
-
-} // namespace
-
-const QByteArray &SchemaPagina::Nome()
-{
-    static const QByteArray nome = "velloro";
-    return nome;
 }
 
 void SchemaPagina::Registra()
 {
-    QWebEngineUrlScheme schema(Nome());
+    QWebEngineUrlScheme schema(IndirizziPagina::Schema());
     schema.setSyntax(QWebEngineUrlScheme::Syntax::Host);
     // No flag opens these files to scripts; that file addresses may be shown is limited by each request's kind.
     schema.setFlags(QWebEngineUrlScheme::LocalAccessAllowed);
     QWebEngineUrlScheme::registerScheme(schema);
 }
 
-QUrl SchemaPagina::DaPercorso(const QString &percorso)
+const QByteArray &SchemaPagina::Intestazione()
 {
-    QUrl indirizzo = QUrl::fromLocalFile(percorso);
-    indirizzo.setScheme(QString::fromLatin1(Nome()));
-    indirizzo.setHost(CasaDi(percorso));
-    return indirizzo;
-}
-
-QUrl SchemaPagina::AFile(const QUrl &indirizzo)
-{
-    if (indirizzo.scheme() != QLatin1StringView(Nome()))
-        return indirizzo;
-    QUrl locale = indirizzo;
-    locale.setHost({});
-    locale.setScheme(u"file"_s);
-    return locale;
-}
-
-QUrl SchemaPagina::OrigineSua(const QUrl &indirizzo)
-{
-    const QUrl locale = AFile(indirizzo);
-    if (!locale.isLocalFile())
-        return {};
-    QUrl suo = locale;
-    suo.setScheme(QString::fromLatin1(Nome()));
-    suo.setHost(CasaDi(locale.toLocalFile()));
-    return suo == indirizzo ? QUrl() : suo;
+    static const QByteArray nome = "X-Velloro-Tipo";
+    return nome;
 }
 
 void SchemaPagina::Imposta(const QString &percorso, const QString &posto)
 {
     m_percorso = percorso;
-    m_posto = posto;
+    m_indirizzi.Imposta(posto);
 }
 
 void SchemaPagina::requestStarted(QWebEngineUrlRequestJob *richiesta)
 {
-    const QString chiesto = AFile(richiesta->requestUrl()).toLocalFile();
+    const QUrl indirizzo = richiesta->requestUrl();
     const auto intestazioni = richiesta->requestHeaders();
+    const auto tipo = Tipo(intestazioni.value(Intestazione(), QByteArray::number(int(Tipo::Contenuto))).toInt());
+    if (tipo == Tipo::Pagina) {
+        RispondiPagina(richiesta);
+        return;
+    }
+    const int descrittore = Lasciapassare::Apri(m_indirizzi.AFile(indirizzo).toLocalFile());
+    const QString vero = Lasciapassare::Vero(descrittore);
+    if (descrittore < 0 || !m_ospite.Concede({QUrl::fromLocalFile(vero), tipo, false})) {
+        if (descrittore >= 0)
+            ::close(descrittore);
+        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+        return;
+    }
+    // Modules and fonts are asked for in this way only.
     const QByteArray origine = intestazioni.value(QByteArrayLiteral("Origin"));
-    const bool pagina = intestazioni.value(QByteArrayLiteral("Accept")).startsWith("text/html") && origine.isEmpty();
-    const QFileInfo info(chiesto == m_posto ? m_percorso : chiesto);
-    // Anything but a file, a pipe for one, could keep the engine waiting for good.
-    if (!info.isFile()) {
+    const bool leggibile = tipo == Tipo::Script || tipo == Tipo::Carattere;
+    if (tipo == Tipo::Cornice || (leggibile && origine.startsWith(IndirizziPagina::Schema()))) {
+        Rispondi(richiesta, descrittore, vero);
+    } else if (const QUrl altrove = m_lasciapassare.Concedi(descrittore, IndirizziPagina::Nome(indirizzo));
+               !altrove.isEmpty() && origine.isEmpty()) {
+        richiesta->redirect(altrove);
+    } else {
+        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+    }
+}
+
+void SchemaPagina::RispondiPagina(QWebEngineUrlRequestJob *richiesta) const
+{
+    // The page is taken in one piece: the next key writes it anew.
+    const int descrittore = Lasciapassare::Apri(m_percorso);
+    QFile file;
+    auto *copia = new QBuffer(richiesta);
+    if (descrittore < 0 || !file.open(descrittore, QIODevice::ReadOnly, QFile::AutoCloseHandle)) {
         richiesta->fail(QWebEngineUrlRequestJob::UrlNotFound);
         return;
     }
-    if (pagina || (origine.startsWith(Nome()) && Leggibile(chiesto)))
-        Rispondi(richiesta, info);
-    else if (origine.isEmpty())
-        richiesta->redirect(Lasciapassare(chiesto));
-    else
-        richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
+    copia->setData(file.readAll());
+    copia->open(QIODevice::ReadOnly);
+    richiesta->reply(QByteArrayLiteral("text/html"), copia);
 }
 
-QUrl SchemaPagina::Lasciapassare(const QString &percorso)
+void SchemaPagina::Rispondi(QWebEngineUrlRequestJob *richiesta, int descrittore, const QString &vero) const
 {
-    constexpr qsizetype massimo = 10000; // of requests given up before they were sent on
-    if (m_lasciapassare.size() >= massimo)
-        m_lasciapassare.clear();
-    const QString parola = QUuid::createUuid().toString(QUuid::Id128);
-    m_lasciapassare.insert(parola);
-    QUrl indirizzo = QUrl::fromLocalFile(percorso);
-    indirizzo.setQuery(parola);
-    return indirizzo;
-}
-
-bool SchemaPagina::Lascia(const QUrl &indirizzo)
-{
-    return m_lasciapassare.remove(indirizzo.query());
-}
-
-void SchemaPagina::Rispondi(QWebEngineUrlRequestJob *richiesta, const QFileInfo &info)
-{
-    auto *file = new QFile(info.filePath(), richiesta);
-    if (!file->open(QIODevice::ReadOnly)) {
+    auto *file = new QFile(richiesta);
+    if (!file->open(descrittore, QIODevice::ReadOnly, QFile::AutoCloseHandle)) {
         richiesta->fail(QWebEngineUrlRequestJob::RequestDenied);
         return;
     }
-    const bool pagina = info.filePath() == m_percorso;
     QIODevice *byte = file;
-    // The page is taken in one piece: the next key writes it anew. Files of the system may say 0 and then keep a reader
-    // waiting.
-    if (pagina || info.size() == 0) {
-        auto *copia = new QBuffer(richiesta);
-        copia->setData(info.size() == 0 ? QByteArray() : file->readAll());
-        copia->open(QIODevice::ReadOnly);
-        byte = copia;
+    // Files of the system may say 0 and then keep a reader waiting.
+    if (file->size() == 0) {
+        byte = new QBuffer(richiesta);
+        byte->open(QIODevice::ReadOnly);
     }
-    const QString tipo = pagina ? u"text/html"_s : m_tipi.mimeTypeForFile(info, QMimeDatabase::MatchExtension).name();
-    richiesta->reply(tipo.toLatin1(), byte);
+    richiesta->reply(m_tipi.mimeTypeForFile(vero, QMimeDatabase::MatchExtension).name().toLatin1(), byte);
 }

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QPointF>
+
+class QWebEnginePage;
+
+/// Keeps the place at which a page is read while it is loaded again, whatever the engine makes of it: it forgets the
+/// place when the address had a fragment or when another process draws the page, and misses it where the text has no
+/// elements to hold on to.
+class Ripresa
+{
+public:
+    /// The place in \a pagina, which is about to be loaded again or replaced, is the one to go to.
+    void Annota(const QWebEnginePage &pagina);
+    /// The next page is another one: it begins at its top.
+    void Dimentica();
+    /// What \a pagina loads next goes to the place as soon as there is enough of it.
+    void Prepara(QWebEnginePage &pagina);
+    /// \a pagina is loaded.
+    void Concludi(QWebEnginePage &pagina);
+    /// The user scrolls: from now on the place is where the page stands.
+    void LasciaStare() { m_assestata = true; }
+
+private:
+    QPointF m_posto;
+    bool m_nota = false;      ///< there is a place to go to
+    bool m_assestata = false; ///< the page stands where it should
+    quint64 m_volta = 0;      ///< of the loads
+};
