@@ -4,6 +4,7 @@
 #include "app/RigaComando.h"
 #include "app/TabellaLingua.h"
 #include "app/VerificaFile.h"
+#include "platform/NomiFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -57,7 +58,8 @@ int Avvio::Main(int argc, char **argv)
         return 2;
     }
     if (riga.errore != 0) {
-        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).replace(u"%1"_s, riga.oggettoErrore) + u"\n"_s);
+        const QString oggetto = NomiFile::Leggibile(riga.oggettoErrore);
+        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).replace(u"%1"_s, oggetto) + u"\n"_s);
         return 2;
     }
     if (riga.verifica && !riga.aiuto && !riga.versione)

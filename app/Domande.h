@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class QWidget;
@@ -17,5 +18,10 @@ void Critico(QWidget *finestra, const QString &testo);
 
 /// The save question, Yes or No; true on Yes. Neither Escape nor the close box answers it.
 [[nodiscard]] bool ChiediConferma(QWidget *finestra);
+
+/// A question with buttons of its own, given by the numbers of their texts; the number of the chosen one. \a rinuncia
+/// is the last button, which Escape and the close box stand for too. Who was typing when it came up answers nothing by
+/// that: keys count from the first pause on.
+[[nodiscard]] qint16 Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia);
 
 } // namespace Domande

@@ -2,14 +2,15 @@
 
 #include "app/Domande.h"
 #include "app/FrmStart.h"
+#include "app/Impostazioni.h"
 #include "app/ModuloDichiarazioni.h"
 #include "app/RigaComando.h"
 #include "app/TabellaLingua.h"
 #include "chrome/ModuloGrafica.h"
+#include "platform/NomiFile.h"
 #include "platform/Segnali.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -44,9 +45,10 @@ int Finestre::Main(int argc, char **argv)
         Domande::Critico(nullptr, esito.errore);
         return 1;
     }
+    Impostazioni::Carica(cartella, ModuloPrincipale::ImpostazioniUtente());
     CaricaTraduzioni(applicazione);
 
-    const QString pagina = riga.pagine.isEmpty() ? QString() : QFileInfo(riga.pagine.constFirst()).absoluteFilePath();
+    const QString pagina = riga.pagine.isEmpty() ? QString() : NomiFile::Assoluto(riga.pagine.constFirst());
     FrmStart finestra(pagina);
     Segnali::AllaFine(&applicazione, [&finestra] { finestra.FineDalSistema(); });
     return QApplication::exec();

@@ -8,7 +8,6 @@
 #include "dialogs/SceltaFont.h"
 #include "dialogs/TestoHtml.h"
 #include "platform/RichTextBox.h"
-#include "platform/TastiDopoDialogo.h"
 
 #include <QPointer>
 
@@ -106,7 +105,6 @@ void Frammenti::Chiedi(void (Frammenti::*inserisci)(const QString &))
     // Watched, and the dialog on the heap: the owner may go, and both with it, while the dialog is open.
     const QPointer<Frammenti> questo(this);
     const QPointer<Finestra> dialogo = new Finestra(m_finestra);
-    new TastiDopoDialogo(dialogo, m_pad);
     dialogo->exec();
     delete dialogo.data();
     if (questo)

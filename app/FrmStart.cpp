@@ -13,6 +13,7 @@
 #include "app/TempoCaricamento.h"
 #include "chrome/Colori.h"
 #include "chrome/ModuloGrafica.h"
+#include "chrome/PannelloStato.h"
 #include "dialogs/Anteprima.h"
 #include "dialogs/FrmAnteprima.h"
 #include "dialogs/FrmTrova.h"
@@ -25,6 +26,7 @@
 #include "html/VerificaSintassi.h"
 #include "platform/Dialoghi.h"
 #include "platform/Misure.h"
+#include "platform/TastiDopoDialogo.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -71,6 +73,7 @@ QRect InPixel(QRect twip)
 FrmStart::FrmStart(const QString &pagina)
     : m_postoAnteprima(std::make_unique<PostoAnteprima>()), m_rivelazione(new QTimer(this)), m_daAprire(pagina)
 {
+    TastiDopoDialogo::Attiva([] { return Stato().ControlloInCorso; });
     setObjectName(u"FrmStart"_s);
     setWindowIcon(ModuloGrafica::Icona(u"velloro"));
     Stato().FileAnteprima = m_postoAnteprima->Percorso();
@@ -142,9 +145,10 @@ void FrmStart::CostruisciStato()
         statusBar()->addPermanentWidget(etichetta, elasticita);
         return etichetta;
     };
-    m_pannello1 = pannello(u"StatusBar(1)"_s, 1);
-    m_pannello1->setMinimumWidth(1);
-    m_pannello1->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QLabel *primo = pannello(u"StatusBar(1)"_s, 1);
+    primo->setMinimumWidth(1);
+    primo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_stato = new PannelloStato(primo);
     m_pannello2 = pannello(u"StatusBar(2)"_s, 0);
     m_pannelloPosizione = pannello(u"StatusBar(3)"_s, 0);
     m_pannelloCodifica = pannello(u"StatusBar(4)"_s, 0);
@@ -194,6 +198,7 @@ void FrmStart::Avvia()
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     ApriOInizia();
+    MostraPosizione(); // a page that nobody filled has told of no change
     m_avviata = true;
     ForseMostrata();
 }
@@ -266,27 +271,32 @@ void FrmStart::Disponi(bool ancheDocumento)
 
 void FrmStart::Nuovo()
 {
+    const bool chiede = m_pagina->Modificata();
     if (!m_pagina->ChiediSalvataggio())
         return;
+    if (!chiede)
+        m_recupero->Deponi();
     m_undo->TakeUndoSnapShot();
     const NuovaPagina::Esito esito = NuovaPagina::Scegli(*m_pad, this);
     m_pad->setFocus();
     if (!esito.iniziata) {
+        m_recupero->Riprendi();
         AggiornaAnteprima(false);
         return;
     }
+    m_stato->Fatto({}, PannelloStato::Argomento::Lettura);
+    m_stato->Fatto({}, PannelloStato::Argomento::Ricarica);
     ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, false);
     if (const int corpo = m_pad->Find(u"<BODY>"_s, 0, -1, RichTextBox::SenzaEvidenza); corpo > 0)
         m_pad->ImpostaSelStart(corpo + 8);
     m_pad->centerCursor(); // with what follows it in view
     m_pagina->Iniziata();
     m_undo->TakeUndoSnapShot();
-    m_recupero->ImpostaCodifica({});
     m_recupero->Salvata();
-    m_pannelloCodifica->clear();
     AggiornaAnteprima(false);
     MostraTempoCaricamento(Stato().FileAnteprima);
-    m_pannello1->setText(esito.avviso);
+    if (!esito.avviso.isEmpty())
+        m_stato->Fatto(esito.avviso);
 }
 
 bool FrmStart::ApriPaginaWeb()
@@ -309,8 +319,16 @@ void FrmStart::AggiornaMenuModifica(Hwnd hwnd)
 
 void FrmStart::ControllaSintassi()
 {
-    m_risultati->Svuota();
     ModuloVerificaSintassi::VerificaSintassi(*m_pad, 1, true);
+    if (std::exchange(m_daChiudere, false))
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void FrmStart::DiVerifica(bool finita, int falli)
+{
+    m_falliDetti = finita ? falli : -1;
+    const QString errori = falli == 0 ? Messaggio(410) : Messaggio(411).arg(falli);
+    m_stato->Fatto(finita ? errori : Messaggio(412), PannelloStato::Argomento::Verifica);
 }
 
 void FrmStart::Trova(quint8 modalita)
@@ -381,11 +399,18 @@ void FrmStart::FineDalSistema()
 
 void FrmStart::closeEvent(QCloseEvent *evento)
 {
-    if (Stato().ControlloInCorso || !m_pagina->ChiediSalvataggio()) {
+    // The check still needs the page.
+    m_daChiudere = Stato().ControlloInCorso;
+    const bool chiede = m_pagina->Modificata();
+    if (m_daChiudere || !m_pagina->ChiediSalvataggio()) {
         evento->ignore();
         return;
     }
-    m_recupero->Chiudi();
+    // What nobody was asked about is not thrown away.
+    if (chiede)
+        m_recupero->Chiudi();
+    else
+        m_recupero->Lascia();
     evento->accept();
     QCoreApplication::quit(); // the find dialog may still be open
 }

@@ -15,6 +15,7 @@ class FrmControlloSintassi;
 class FrmPaginaHTML;
 class FrmTrova;
 class PaginaCorrente;
+class PannelloStato;
 class PostoAnteprima;
 class QLabel;
 class QMdiArea;
@@ -80,6 +81,7 @@ private:
     void VaiARiga();
     void Esci();
     void ControllaSintassi();
+    void DiVerifica(bool finita, int falli);
     void Trova(quint8 modalita);
     bool OffriRecupero();
 
@@ -100,14 +102,16 @@ private:
     QMdiSubWindow *m_finestraRisultati = nullptr;
     QMdiSubWindow *m_finestraAnteprima = nullptr;
     QMenu *m_popUp = nullptr;
-    QLabel *m_pannello1 = nullptr;
+    PannelloStato *m_stato = nullptr; ///< of the first panel
     QLabel *m_pannello2 = nullptr;
     QLabel *m_pannelloPosizione = nullptr;
     QLabel *m_pannelloCodifica = nullptr;
     QTimer *m_rivelazione = nullptr;
     QString m_daAprire;
+    int m_falliDetti = -1; ///< how many the status bar told of after the last check; -1: none
     bool m_inDisposizione = false;
     bool m_puoIncollare = false; ///< asked when the clipboard changes: the host's answer may take its time
     bool m_avviata = false;      ///< the first page is in the editor
+    bool m_daChiudere = false;   ///< somebody closed the window while a check was under way
     bool m_rivelata = false;     ///< the window is on the screen
 };

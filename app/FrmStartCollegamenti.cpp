@@ -3,10 +3,12 @@
 #include "app/AvanzamentoFinestra.h"
 #include "app/Comandi.h"
 #include "app/Frammenti.h"
+#include "app/GuardiaFile.h"
 #include "app/ModuloDichiarazioni.h"
 #include "app/NuovaPagina.h"
 #include "app/PaginaCorrente.h"
 #include "app/TabellaLingua.h"
+#include "chrome/PannelloStato.h"
 #include "chrome/frmAbout.h"
 #include "dialogs/Anteprima.h"
 #include "dialogs/CaricaMotore.h"
@@ -15,9 +17,11 @@
 #include "dialogs/ModuloStampa.h"
 #include "editor/Recupero.h"
 #include "editor/clsUndo.h"
+#include "html/FrmComplete.h"
 #include "html/FrmControlloSintassi.h"
 #include "html/Risultati.h"
 #include "html/VerificaSintassi.h"
+#include "platform/NomiFile.h"
 #include "platform/Dialoghi.h"
 
 #include <QClipboard>
@@ -46,7 +50,9 @@ void FrmStart::CollegaAnteprima(FrmAnteprima &finestra)
 {
     m_anteprima = new Anteprima(
         finestra, [this] { return m_pagina->Formato(); }, CaricaMotore::DalModulo, this);
-    connect(m_anteprima, &Anteprima::TestoStato, m_pannello1, &QLabel::setText);
+    connect(m_anteprima, &Anteprima::TestoStato, m_stato, &PannelloStato::DiPassaggio);
+    connect(m_anteprima, &Anteprima::Guasto, m_stato,
+            [this](const QString &testo) { m_stato->Fatto(testo, PannelloStato::Argomento::Anteprima); });
     connect(m_anteprima, &Anteprima::FuocoAllaPagina, this, [this] {
         if (m_pad->hasFocus() || !isVisible())
             return;
@@ -60,22 +66,46 @@ void FrmStart::CollegaPagina()
 {
     m_pagina = new PaginaCorrente(m_pad, this);
     connect(m_pagina, &PaginaCorrente::TitoloCambiato, this, &FrmStart::AggiornaTitolo);
-    connect(m_pagina, &PaginaCorrente::Avviso, this, [this](const QString &testo) { m_pannello1->setText(testo); });
+    connect(m_pagina, &PaginaCorrente::Avviso, m_stato, [this](const QString &testo) { m_stato->Fatto(testo); });
+    connect(m_pagina, &PaginaCorrente::AvvisoLettura, m_stato,
+            [this](const QString &testo) { m_stato->Fatto(testo, PannelloStato::Argomento::Lettura); });
+    connect(m_pagina, &PaginaCorrente::AvvisoRicarica, m_stato,
+            [this](const QString &testo) { m_stato->Fatto(testo, PannelloStato::Argomento::Ricarica); });
+    // What was told of the page before holds no longer.
+    const auto altraPagina = [this] {
+        m_stato->Fatto({}, PannelloStato::Argomento::Lettura);
+        m_stato->Fatto({}, PannelloStato::Argomento::Ricarica);
+    };
+    connect(m_pagina, &PaginaCorrente::InApertura, m_stato, altraPagina);
+    connect(m_pagina, &PaginaCorrente::Tornata, m_stato, altraPagina);
     connect(m_pagina, &PaginaCorrente::NascondiAnteprima, this, [this] { AggiornaAnteprima(true); });
-    connect(m_pagina, &PaginaCorrente::InApertura, this, [] { ModuloVerificaSintassi::AzzeraRisultati(); });
-    connect(m_pagina, &PaginaCorrente::Caricata, this, [this] {
-        m_pannello1->clear();
-        ControllaSintassi();
+    connect(m_pagina, &PaginaCorrente::InApertura, this, [this] {
+        ModuloVerificaSintassi::AzzeraRisultati();
+        m_risultati->Svuota();
+    });
+    connect(m_pagina, &PaginaCorrente::Caricata, this, [this] { ControllaSintassi(); });
+    connect(m_pagina, &PaginaCorrente::FormatoCambiato, this, [this] {
+        const QString &codifica = m_pagina->Formato().codifica;
+        m_pannelloCodifica->setText(codifica);
+        m_pannelloCodifica->setToolTip(codifica.isEmpty() ? QString() : Messaggio(219).arg(codifica));
+        m_recupero->ImpostaCodifica(codifica);
+        m_recupero->ImpostaConFile(m_pagina->ConFile());
+    });
+    connect(m_pagina, &PaginaCorrente::Abbandonata, this, [this] { m_recupero->Deponi(); });
+    const auto confronta = [this] { m_recupero->ImpostaSalvato(m_pagina->TestoSuDisco()); };
+    connect(m_pagina, &PaginaCorrente::DiscoCambiato, this, confronta);
+    connect(m_pagina, &PaginaCorrente::Tornata, this, [this, confronta] {
+        confronta();
+        AggiornaAnteprima(false);
     });
     connect(m_pagina, &PaginaCorrente::InVista, this, [this] { AggiornaAnteprima(false); });
     connect(m_pagina, &PaginaCorrente::Salvata, this, [this] { m_recupero->Salvata(); });
     connect(m_pagina, &PaginaCorrente::Aperta, this, [this](const QString &percorso) {
         MostraTempoCaricamento(percorso);
-        m_pannelloCodifica->setText(m_pagina->Formato().codifica);
-        m_pannelloCodifica->setToolTip(Messaggio(219).arg(m_pagina->Formato().codifica));
-        m_recupero->ImpostaCodifica(m_pagina->Formato().codifica);
         m_recupero->Salvata();
     });
+    const auto *guardia = new GuardiaFile(this, [] { return Stato().ControlloInCorso || FrmComplete::Corrente(); });
+    connect(guardia, &GuardiaFile::DaGuardare, m_pagina, &PaginaCorrente::GuardaFile);
 }
 
 void FrmStart::CollegaModifica()
@@ -83,6 +113,8 @@ void FrmStart::CollegaModifica()
     m_undo = new clsUndo(this);
     m_undo->Attach(this, m_pad, PausaAnnulla);
     connect(m_undo, &clsUndo::StatoCambiato, this, [this] { AggiornaMenuModifica(m_hwndPad); });
+    connect(m_undo, &clsUndo::SegnoCambiato, m_pagina, &PaginaCorrente::Torna);
+    connect(m_pagina, &PaginaCorrente::Segnata, m_undo, &clsUndo::ImpostaSegno);
     // The page that is opened is a step of its own.
     connect(m_pagina, &PaginaCorrente::InApertura, m_undo, &clsUndo::TakeUndoSnapShot);
     connect(m_pagina, &PaginaCorrente::Aperta, m_undo, &clsUndo::TakeUndoSnapShot);
@@ -121,11 +153,24 @@ void FrmStart::CollegaControllo()
         });
     connect(m_risultati, &FrmControlloSintassi::RisultatoScelto, this,
             [this](qint32 posizione) { m_risultati->Vai_A_Pos(posizione, *m_pad); });
+    ModuloVerificaSintassi::ImpostaDopoVerifica([questo = QPointer<FrmStart>(this)](bool finita, int falli) {
+        if (questo)
+            questo->DiVerifica(finita, falli);
+    });
+    // What it told holds no longer.
+    connect(m_risultati, &FrmControlloSintassi::NumeroCambiato, this, [this](int falli) {
+        if (falli != m_falliDetti && !Stato().ControlloInCorso)
+            m_stato->Fatto({}, PannelloStato::Argomento::Verifica);
+    });
+    connect(m_risultati, &FrmControlloSintassi::FalloNonVisto, this, [this] {
+        if (!Stato().ControlloInCorso)
+            m_stato->Fatto({}, PannelloStato::Argomento::Verifica);
+    });
     m_comandi->Collega(u"MenuStrumenti(0)"_s, [this] { ControllaSintassi(); });
     // While a check lets events run, no command may touch the page under it.
     m_comandi->ImpostaFreno([this] {
         if (Stato().ControlloInCorso)
-            m_pannello1->setText(Messaggio(342));
+            m_stato->Fatto(Messaggio(342), PannelloStato::Argomento::Verifica);
         return Stato().ControlloInCorso;
     });
 }
@@ -138,7 +183,7 @@ void FrmStart::CollegaComandi()
     m_comandi->Collega(u"MenuFile(5)"_s, [this] { m_pagina->SalvaConNome(); });
     m_comandi->Collega(u"MenuFile(7)"_s, [this] {
         const QString file = ModuloDichiarazioni::PostoPagina();
-        ModuloStampa::Stampa(*m_pad, file.isEmpty() ? m_pagina->Nome() : file);
+        ModuloStampa::Stampa(*m_pad, file.isEmpty() ? m_pagina->Nome() : NomiFile::Leggibile(file));
         m_pad->setFocus();
     });
     m_comandi->Collega(u"MenuFile(9)"_s, [] {

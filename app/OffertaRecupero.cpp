@@ -1,6 +1,7 @@
 #include "app/OffertaRecupero.h"
 
 #include "app/TabellaLingua.h"
+#include "platform/NomiFile.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -23,9 +24,9 @@ QString Quando(const QDateTime &quando)
            quando.time().toString(u"HH:mm"_s);
 }
 
-Risposta Domanda(QWidget *finestra, const PaginaRecuperata &pagina)
+Risposta Domanda(QWidget *finestra, const VoceRecupero &pagina)
 {
-    const QString nome = pagina.FileCorrente.isEmpty() ? Messaggio(216) : pagina.FileCorrente;
+    const QString nome = pagina.FileCorrente.isEmpty() ? Messaggio(216) : NomiFile::Leggibile(pagina.FileCorrente);
     QMessageBox domanda(QMessageBox::Question, QApplication::applicationName(),
                         Messaggio(213).arg(nome, Quando(pagina.quando)), QMessageBox::NoButton, finestra);
     domanda.setObjectName(u"DomandaRecupero"_s);
@@ -45,14 +46,16 @@ std::optional<PaginaRecuperata> OffertaRecupero::Chiedi(QWidget *finestra,
                                                         const std::function<void(const PaginaRecuperata &)> &prendi)
 {
     for (VoceRecupero &voce : Recupero::DaOffrire()) {
-        std::optional<PaginaRecuperata> pagina = Recupero::Leggi(voce);
-        if (!pagina)
-            continue;
-        const Risposta risposta = Domanda(finestra, *pagina);
+        const Risposta risposta = Domanda(finestra, voce);
         if (risposta == Risposta::Dopo)
             continue;
-        if (risposta == Risposta::Recupera)
+        std::optional<PaginaRecuperata> pagina;
+        if (risposta == Risposta::Recupera) {
+            pagina = Recupero::Leggi(voce);
+            if (!pagina) // it was whole a moment ago: it stays for another start
+                continue;
             prendi(*pagina);
+        }
         Recupero::Scarta(std::move(voce));
         if (risposta == Risposta::Recupera)
             return pagina;

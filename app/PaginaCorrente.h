@@ -2,14 +2,18 @@
 
 #include <QObject>
 
+#include "app/FileAperto.h"
+#include "app/SchedePagina.h"
 #include "platform/FilePagina.h"
 
 class RichTextBox;
 class QWidget;
 struct PaginaRecuperata;
 
-/// The one page: opening, saving, and whether it counts as modified. Tells the user what went wrong; the page then
-/// stays as it was.
+/// The one page and all that belongs to it: its file, encoding and saved text, opening and saving, whether it counts as
+/// modified, what became of its file on the disk. Tells the user what went wrong; the page then stays as it was.
+///
+/// The program-wide state shows of it what the floors below need to know; only this class changes those fields.
 class PaginaCorrente : public QObject
 {
     Q_OBJECT
@@ -29,6 +33,9 @@ public:
     /// asked should not go on to throw the page away.
     bool ChiediSalvataggio();
     [[nodiscard]] bool Modificata() const;
+    /// Looks whether the file changed outside since it was read or written, and asks what to do, once for each change.
+    /// Does nothing for a page without a file.
+    void GuardaFile();
     /// A page that has no file is in the editor: \a formato of the next save is taken from the page itself.
     void Iniziata();
     /// The page that a killed program left behind: it counts as modified.
@@ -37,12 +44,28 @@ public:
     [[nodiscard]] QString Nome() const;
     /// What the main window's title bar says.
     [[nodiscard]] QString Titolo() const;
-    [[nodiscard]] const FormatoPagina &Formato() const { return m_formato; }
+    [[nodiscard]] const FormatoPagina &Formato() const { return m_schede.Corrente().formato; }
+    /// Save writes to the current file; else it asks for a name.
+    [[nodiscard]] bool ConFile() const { return !m_schede.SenzaFile(); }
+    /// The text as of the last open, begin or save; empty when its file was seen not to hold that any more.
+    [[nodiscard]] QString TestoSuDisco() const;
+    /// Undo or redo brought back the text that was recorded under the mark \a segno: the page is that one again. It
+    /// has a file only if that is the file opened last.
+    void Torna(int segno);
 
 signals:
+    /// The text of another page is about to replace the page's, and nobody was asked.
+    void Abbandonata();
     /// The text of an opened page is about to replace the page's.
     void InApertura();
-    /// The opened page stands in the editor, not on the screen yet; it is not yet the current file.
+    /// What is in the editor from now on belongs to the page with this mark.
+    void Segnata(int segno);
+    void FormatoCambiato();
+    /// Torna was called.
+    void Tornata();
+    /// TestoSuDisco is another one: the file was seen to hold something else, or the same as before again.
+    void DiscoCambiato();
+    /// The opened page stands in the editor, not on the screen yet.
     void Caricata();
     /// It is on the screen now.
     void InVista();
@@ -51,23 +74,37 @@ signals:
     /// The page stands in a file as it is now.
     void Salvata();
     void TitoloCambiato();
-    /// For the status bar.
+    /// For the status bar; the second one is on how the page was read, and holds as long as it is there.
     void Avviso(const QString &testo);
+    void AvvisoLettura(const QString &testo);
+    /// For the status bar: the page has taken the place of another text, until undo brings that back.
+    void AvvisoRicarica(const QString &testo);
     /// The page is about to be asked for, and it has a file: the preview hides.
     void NascondiAnteprima();
 
 private:
-    bool Scrivi(const QString &percorso);
-    [[nodiscard]] bool SenzaFile() const; ///< Save has to ask for a name
-    [[nodiscard]] qint16 MessaggioSalvata(const QString &percorso) const;
-    void Metti(const QString &testo, const FormatoPagina &formato);
+    /// What is to be done about the file before it is replaced.
+    enum class Passo { Scrivi, AltroNome, Rinuncia };
+
+    bool Carica(const QString &percorso, bool senzaDomanda);
+    void Ricarica();
+    /// One look at the file by \a domanda.
+    Mutamento Guarda(Mutamento (FileAperto::*domanda)());
+    [[nodiscard]] Passo PrimaDiScrivere();
+    [[nodiscard]] ModuloPrincipale::EsitoScrittura Scrivi(const QString &percorso, const FotoFile &attesa);
+    void Registra(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito);
+    [[nodiscard]] QString MessaggioScritta(const QString &percorso,
+                                           const ModuloPrincipale::RisultatoScrittura &esito) const;
+    void Metti(const QString &testo);
     void MostraInizio(const QString &testo);
+    void Pubblica();
     void AvvisaLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito) const;
     void AvvisaScrittura(const QString &percorso, const ModuloPrincipale::RisultatoScrittura &esito) const;
-    [[nodiscard]] QString Filtro() const;
+    [[nodiscard]] static QString Filtro();
+    [[nodiscard]] static QString Cartella();
 
     RichTextBox *m_pad;
     QWidget *m_finestra;
-    FormatoPagina m_formato;
-    bool m_nuova = false; ///< the page was begun after the current file was opened
+    SchedePagina m_schede;
+    FileAperto m_file;
 };

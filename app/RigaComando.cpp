@@ -2,7 +2,9 @@
 
 #include "app/TabellaLingua.h"
 
-#include <QFile>
+#include "platform/NomiFile.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -12,16 +14,41 @@ namespace
 
 constexpr qint16 OpzioneSconosciuta = 238;
 constexpr qint16 UnaPaginaSola = 239;
+constexpr qint16 NienteDaVerificare = 401;
+
+/// Whether \a argomento is an option that Qt itself takes off the line, \a conValore: one that the next argument
+/// belongs to. One or two hyphens are the same to it.
+bool DiQt(QStringView argomento, bool conValore)
+{
+    static constexpr QStringView ConValore[] = {u"display",
+                                                u"fn",
+                                                u"geometry",
+                                                u"icon",
+                                                u"name",
+                                                u"platform",
+                                                u"platformpluginpath",
+                                                u"platformtheme",
+                                                u"plugin",
+                                                u"qwindowgeometry",
+                                                u"qwindowicon",
+                                                u"qwindowtitle",
+                                                u"session",
+                                                u"style",
+                                                u"stylesheet",
+                                                u"title"};
+    static constexpr QStringView Sole[] = {u"dograb", u"nograb", u"reverse", u"sync", u"widgetcount"};
+    const QStringView nome = argomento.sliced(argomento.startsWith(u"--") ? 2 : 1);
+    if (conValore)
+        return std::find(std::begin(ConValore), std::end(ConValore), nome) != std::end(ConValore);
+    return nome.startsWith(u"style=") || nome.startsWith(u"stylesheet=") ||
+           std::find(std::begin(Sole), std::end(Sole), nome) != std::end(Sole);
+}
 
 std::optional<quint8> CodiceLingua(QStringView nome)
 {
-    static constexpr std::pair<QStringView, quint8> Lingue[] = {{u"ita", ModuloPrincipale::LinguaItaliano},
-                                                                {u"eng", ModuloPrincipale::LinguaInglese},
-                                                                {u"chi", ModuloPrincipale::LinguaCinese},
-                                                                {u"ch2", ModuloPrincipale::LinguaCineseTrad}};
-    for (const auto &[lingua, codice] : Lingue) {
-        if (lingua == nome)
-            return codice;
+    for (const ModuloPrincipale::Lingua &lingua : ModuloPrincipale::Lingue()) {
+        if (lingua.nome == nome)
+            return lingua.codice;
     }
     return std::nullopt;
 }
@@ -32,7 +59,7 @@ QStringList RigaComando::Argomenti(int argc, char **argv)
 {
     QStringList argomenti;
     for (int i = 1; i < argc; ++i)
-        argomenti += QFile::decodeName(argv[i]);
+        argomenti += NomiFile::DaOspite(QByteArrayView(argv[i]));
     return argomenti;
 }
 
@@ -49,7 +76,7 @@ RigaComando RigaComando::Leggi(const QStringList &argomenti)
     for (qsizetype i = 0; i < argomenti.size(); ++i) {
         const QString &argomento = argomenti[i];
         if (!opzioni || argomento.size() < 2 || !argomento.startsWith(u'-')) {
-            riga.pagine += argomento;
+            riga.pagine += NomiFile::DaIndirizzo(argomento).value_or(argomento);
         } else if (argomento == u"--"_s) {
             opzioni = false;
         } else if (argomento == u"--help"_s || argomento == u"-h"_s) {
@@ -65,15 +92,16 @@ RigaComando RigaComando::Leggi(const QStringList &argomenti)
             riga.lingua = CodiceLingua(nome);
             if (!riga.lingua)
                 sbaglia(OpzioneSconosciuta, u"--lingua "_s + nome);
-        } else {
+        } else if (DiQt(argomento, true)) {
+            ++i;
+        } else if (!DiQt(argomento, false)) {
             sbaglia(OpzioneSconosciuta, argomento);
         }
     }
     if (riga.json && !riga.verifica)
         sbaglia(OpzioneSconosciuta, u"--json"_s);
-    // Without a file there is nothing to check: the help tells how.
-    if (riga.verifica && riga.pagine.isEmpty())
-        riga.aiuto = true;
+    if (riga.verifica && riga.pagine.isEmpty() && !riga.aiuto && !riga.versione)
+        sbaglia(NienteDaVerificare, {});
     if (!riga.verifica && riga.pagine.size() > 1)
         sbaglia(UnaPaginaSola, {});
     return riga;
@@ -84,7 +112,11 @@ QString RigaComando::Aiuto(const QString &programma)
     const auto opzione = [](const QString &nome, qint16 messaggio) {
         return u"  %1 %2\n"_s.arg(nome, -16).arg(Messaggio(messaggio));
     };
+    QStringList lingue;
+    for (const ModuloPrincipale::Lingua &lingua : ModuloPrincipale::Lingue())
+        lingue += lingua.nome.toString();
     return Messaggio(230).arg(programma) + u"\n"_s + Messaggio(217) + u"\n\n"_s + opzione(u"FILE"_s, 231) + u"\n"_s +
            Messaggio(237) + u"\n"_s + opzione(u"-h, --help"_s, 232) + opzione(u"-v, --version"_s, 233) +
-           opzione(u"--lingua LINGUA"_s, 235) + opzione(u"--verifica"_s, 234) + opzione(u"--json"_s, 236);
+           opzione(u"--lingua LINGUA"_s, 235).arg(lingue.join(u", "_s)) + opzione(u"--verifica"_s, 234) +
+           opzione(u"--json"_s, 236);
 }

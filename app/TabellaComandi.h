@@ -17,7 +17,7 @@ struct Voce {
     QStringView icona{}; ///< empty: none
     QStringView tasti{}; ///< shortcut in portable form, of a menu the letter that opens it with Alt; empty: none
     bool sottomenu = false;
-    bool nascosta = false; ///< switched off by the design
+    bool nascosta = false; ///< switched off for good
     QStringView svolge{};  ///< the command that it stands for, when that is another one's
 };
 

@@ -7,9 +7,9 @@
 #include "html/VerificaDaRiga.h"
 #include "platform/CodificaPagina.h"
 #include "platform/FilePagina.h"
+#include "platform/NomiFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -29,9 +29,10 @@ void Scrivi(std::FILE *dove, const QByteArray &byte)
     std::fwrite(byte.constData(), 1, size_t(byte.size()), dove);
 }
 
-QString MotivoLettura(const QString &file, const ModuloPrincipale::RisultatoLettura &esito)
+QString MotivoLettura(const QString &percorso, const ModuloPrincipale::RisultatoLettura &esito)
 {
     using ModuloPrincipale::EsitoLettura;
+    const QString file = NomiFile::Leggibile(percorso);
     switch (esito.esito) {
     case EsitoLettura::Cartella:
         return Messaggio(200).arg(file);
@@ -42,7 +43,7 @@ QString MotivoLettura(const QString &file, const ModuloPrincipale::RisultatoLett
     case EsitoLettura::Inesistente:
         return Messaggio(202).arg(file, Messaggio(332));
     default:
-        return Messaggio(202).arg(file, Messaggio(QFileInfo(file).isReadable() ? 336 : 330));
+        return Messaggio(202).arg(file, Messaggio(NomiFile::Consentito(percorso) ? 336 : 330));
     }
 }
 

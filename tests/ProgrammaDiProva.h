@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include "Aiuti.h"
@@ -11,14 +11,23 @@
 #include "app/ModuloDichiarazioni.h"
 #include "app/TabellaLingua.h"
 #include "dialogs/Modelli.h"
+#include "editor/Recupero.h"
 
 /// The whole program in a test, with \a cartella as its folder: in Italian, every new page the blank one.
 namespace ProgrammaDiProva
 {
 
+/// No text of a test before this one is offered.
+inline void TogliRecuperi()
+{
+    QDir(Recupero::CartellaUtente()).removeRecursively();
+}
+
 inline void Prepara(const QTemporaryDir &cartella)
 {
-    QStandardPaths::setTestModeEnabled(true);
+    // Nothing of the user's, and nothing that a killed test left.
+    for (const char *nome : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+        qputenv(nome, QFile::encodeName(cartella.filePath(QStringLiteral("casa"))));
     QApplication::setQuitOnLastWindowClosed(false);
     Modelli::ImpostaMostra(false);
     QVERIFY(QFile::copy(QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db"),

@@ -7,6 +7,7 @@
 #include "dialogs/FrmTrova.h"
 #include "dialogs/PaginaVuota.h"
 #include "editor/clsUndo.h"
+#include "html/FrmControlloSintassi.h"
 #include "html/Risultati.h"
 #include "html/VerificaDaRiga.h"
 
@@ -14,6 +15,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDialog>
+#include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
 #include <QUrl>
@@ -27,7 +29,7 @@ using ModuloPrincipale::Messaggio;
 namespace
 {
 
-/// Switched off by the design.
+/// Switched off for good.
 const QStringList Spenti{u"MenuFile(2)"_s, u"MenuStrumenti(1)"_s, u"MenuStrumenti(3)"_s, u"MenuStrumenti(4)"_s};
 
 /// A page in which \a comando may stand; the caret at "|".
@@ -64,6 +66,7 @@ private slots:
 
     void init()
     {
+        ProgrammaDiProva::TogliRecuperi();
         m_dialoghi.clear();
         if (m_finestra)
             return;
@@ -120,7 +123,7 @@ private slots:
 
     void fragmentsPassTheCheckInEveryLanguage()
     {
-        for (const quint8 lingua : {0, 1, 5, 8}) {
+        for (const auto &[lingua, nome, file, locale] : ModuloPrincipale::Lingue()) {
             QVERIFY(ModuloPrincipale::CaricaLingua(QStringLiteral(CARTELLA_PROGRAMMA), lingua).Riuscito());
             for (const TabellaFrammenti::Frammento &frammento : TabellaFrammenti::Elenco()) {
                 const QString comando = frammento.comando.toString();
@@ -154,6 +157,51 @@ private slots:
             QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
             QCOMPARE(Testo(), passi.last());
         }
+    }
+
+    void theListSaysWhatStandsInThePage()
+    {
+        const auto *elenco = m_finestra->findChild<FrmControlloSintassi *>();
+        RichTextBox *pad = m_finestra->PadCorrente();
+        const auto voci = [elenco] {
+            QStringList testi;
+            for (int riga = 0; riga < elenco->ListCount(); ++riga)
+                testi += elenco->List(riga).section(u'\'', 0, 1);
+            return testi.join(u'|');
+        };
+        const auto verifica = [this] {
+            m_finestra->ElencoComandi().Esegui(u"MenuStrumenti(0)"_s);
+            return m_finestra->findChild<QLabel *>(u"StatusBar(1)"_s)->text();
+        };
+        Metti(u"|<P>\r\n<zz><zz></zz>\r\n<yy>"_s);
+        for (int volta = 0; volta < 2; ++volta) { // with nothing new to find, too
+            QCOMPARE(verifica(), ModuloPrincipale::Messaggio(411).arg(2));
+            QCOMPARE(voci(), u"2: Il tag 'zz|3: Il tag 'yy"_s);
+        }
+        QTest::keyClick(pad, Qt::Key_Return);
+        QTRY_COMPARE(voci(), u"3: Il tag 'zz|4: Il tag 'yy"_s);
+        pad->Seleziona(8, 2);
+        pad->ImpostaSelText(u"B"_s); // the other ones stand there still
+        QTRY_COMPARE(voci(), u"3: Il tag 'zz|4: Il tag 'yy"_s);
+        m_finestra->UndoRTB()->TakeUndoSnapShot();
+        pad->SostituisciTutte({11, 16, 22}, 2, u"B"_s);
+        QTRY_COMPARE(voci(), QString());
+        QCOMPARE(verifica(), ModuloPrincipale::Messaggio(410));
+        for (int i = 0; i < pad->Lunghezza(); ++i)
+            QVERIFY(!pad->AspettoIn(i).onda);
+        QVERIFY(m_finestra->UndoRTB()->AnnullaComando());
+        QTRY_COMPARE(voci(), u"3: Il tag 'zz|4: Il tag 'yy"_s);
+        QVERIFY(m_finestra->UndoRTB()->RipristinaComando());
+        QTRY_COMPARE(voci(), QString());
+        QCOMPARE(verifica(), ModuloPrincipale::Messaggio(410));
+        pad->Seleziona(8, 0);
+        pad->ImpostaSelText(u"x"_s); // nobody has checked that yet
+        QTRY_VERIFY(m_finestra->findChild<QLabel *>(u"StatusBar(1)"_s)->text() != ModuloPrincipale::Messaggio(410));
+        QCOMPARE(voci(), QString());
+        QCOMPARE(verifica(), ModuloPrincipale::Messaggio(411).arg(1));
+        QVERIFY(ModuloVerificaSintassi::ArrayRisultati().size() > 3);
+        Metti(u"|<P>"_s); // another page
+        QTRY_COMPARE(voci(), QString());
     }
 
 public slots:
@@ -255,7 +303,7 @@ private:
         };
         m_prove[u"MenuFile(0)"_s] = [this](const Azione &azione) {
             Metti(u"vecchia|"_s);
-            Stato().TestoSalvato.clear();
+            Pagina()->Iniziata(); // nothing to ask about
             azione();
             QCOMPARE(Testo(), PaginaVuota::Testo());
         };
@@ -265,16 +313,13 @@ private:
             azione();
             QCOMPARE(m_dialoghi, QStringList{u"ApriFileDialogo"_s});
             QCOMPARE(Testo(), u"<P>aperta\r"_s);
-            Stato().TestoSalvato.clear();
-            Stato().FileCorrente.clear();
         };
         m_prove[u"MenuFile(4)"_s] = [this, file](const Azione &azione) {
-            Aiuti::Scrivi(file, {});
-            Stato().FileCorrente = file;
+            Aiuti::Scrivi(file, "<P>aperta\r\n");
+            QVERIFY(Pagina()->Apri(file));
             Metti(u"<P>salvata|"_s);
             azione();
             QCOMPARE(Aiuti::Contenuto(file), "<P>salvata\r\n");
-            Stato().FileCorrente.clear();
         };
         m_prove[u"MenuFile(5)"_s] = [this, scegli](const Azione &azione) {
             const QString altro = m_cartella.filePath(u"altro.html"_s);
@@ -291,7 +336,7 @@ private:
             QCOMPARE(m_aperto, QUrl::fromLocalFile(Stato().FileAnteprima));
         };
         m_prove[u"MenuFile(11)"_s] = [this](const Azione &azione) {
-            Stato().TestoSalvato.clear();
+            Pagina()->Iniziata();
             azione();
             QVERIFY(!m_finestra->isVisible());
             m_finestra.reset();
@@ -378,6 +423,7 @@ private:
         attesa->start(0);
     }
 
+    [[nodiscard]] PaginaCorrente *Pagina() const { return m_finestra->findChild<PaginaCorrente *>(); }
     [[nodiscard]] QString Testo() const { return m_finestra->PadCorrente()->Text(); }
 
     QTemporaryDir m_cartella;

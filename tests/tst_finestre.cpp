@@ -57,9 +57,8 @@ void TstFinestre::examinationFindsFaults()
 void TstFinestre::everyWindow_data()
 {
     QTest::addColumn<quint8>("lingua");
-    for (const quint8 lingua : {ModuloPrincipale::LinguaItaliano, ModuloPrincipale::LinguaInglese,
-                                ModuloPrincipale::LinguaCinese, ModuloPrincipale::LinguaCineseTrad})
-        QTest::newRow(qPrintable(ModuloPrincipale::NomeLocale(lingua))) << lingua;
+    for (const ModuloPrincipale::Lingua &lingua : ModuloPrincipale::Lingue())
+        QTest::newRow(qPrintable(lingua.locale.toString())) << lingua.codice;
 }
 
 void TstFinestre::everyWindow()

@@ -306,33 +306,6 @@ private slots:
         frammenti.InserisciFont();
         QCOMPARE(pad.Text(), u"<font size=\"2\" color=\"aqua\" face=\"Arial\"> testo di prova </font>"_s);
     }
-
-    void keysWhileADialogCloses_data()
-    {
-        QTest::addColumn<QString>("fine");
-        QTest::newRow("MFont") << u"</font>x|c"_s;
-        QTest::newRow("MenuTabella(0)") << u"</TABLE>x|c"_s;
-    }
-
-    void keysWhileADialogCloses()
-    {
-        QFETCH(QString, fine);
-        Comandi comandi;
-        frammenti.Collega(comandi);
-        pad.setFocus();
-        Metti(pad, u"ab|c"_s);
-        Aiuti::Rispondi<QDialog>(this, [](QDialog *dialogo) {
-            QWindow *suo = dialogo->windowHandle();
-            QTest::keyPress(dialogo, Qt::Key_Return);
-            for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
-                QKeyEvent tasto(tipo, Qt::Key_X, Qt::NoModifier, u"x"_s);
-                QCoreApplication::sendEvent(suo, &tasto);
-            }
-        });
-        comandi.Esegui(QString::fromLatin1(QTest::currentDataTag()));
-        QCoreApplication::sendPostedEvents(&pad);
-        QVERIFY2(ConSegno(pad).endsWith(fine), qPrintable(ConSegno(pad)));
-    }
 };
 
 QTEST_MAIN(TstFrammenti)

@@ -4,8 +4,11 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+
+#include <fstream>
 
 using namespace Qt::StringLiterals;
 using Aiuti::Scrivi;
@@ -55,7 +58,13 @@ private slots:
         riga("a b", u"[a,b] 239"_s);
         riga("-- --help", u"[--help] 0"_s);
         riga("--verifica a -", u"[a,-] 0 verifica"_s);
-        riga("--verifica", u"[] 0 aiuto verifica"_s);
+        riga("--verifica", u"[] 401 verifica"_s);
+        riga("--verifica --help", u"[] 0 aiuto verifica"_s);
+        riga("-platform xcb --session s1 a -style=x -reverse", u"[a] 0"_s);
+        riga("FILE:///t/a%20%C3%A8%e8.html#x", u"[/t/a è\xDCE8.html] 0"_s);
+        riga("file://localhost/a", u"[/a] 0"_s);
+        riga("file://elsewhere/a", u"[file://elsewhere/a] 0"_s);
+        riga("file:///a%00b", u"[file:///a%00b] 0"_s);
         riga("--lingua eng a", u"[a] 0 lingua1"_s);
         riga("--lingua=ch2", u"[] 0 lingua8"_s);
         riga("--lingua xyz", u"[] 238"_s);
@@ -67,10 +76,42 @@ private slots:
     {
         QFETCH(QString, argomenti);
         const RigaComando riga = RigaComando::Leggi(argomenti.split(u' '));
-        QString letto = u"[%1] %2"_s.arg(riga.pagine.join(u',')).arg(riga.errore);
+        QString letto = u'[' + riga.pagine.join(u',') + u"] "_s + QString::number(riga.errore);
         letto += (riga.aiuto ? u" aiuto"_s : QString()) + (riga.verifica ? u" verifica"_s : QString()) +
                  (riga.lingua ? u" lingua%1"_s.arg(*riga.lingua) : QString());
         QTEST(letto, "letto");
+    }
+
+    // What a page or a file name holds is printed on one line and gives the terminal no orders; JSON tells all.
+    void printedTextIsHarmless()
+    {
+        QTemporaryDir cartella;
+        const QByteArray nome = "caf\xE9\x1B[31m\n.html";
+        {
+            std::ofstream file(QFile::encodeName(cartella.path()).toStdString() + '/' + nome.toStdString());
+            file << "<foo><p align=\"a\r\nb\"><p \x1B]52;c;aGk=\x07=1 x=\"\xE2\x80\xAE\xC2\x9B\xE2\x80\xA8\">";
+        }
+        const QString indirizzo = u"file://"_s + cartella.path() + u"/caf%E9%1B[31m%0A.html"_s;
+        const Esito righe = Esegui({u"--lingua=eng"_s, u"--verifica"_s, indirizzo});
+        QCOMPARE(righe.stato, 1);
+        QStringList attese = {u"1: Il tag 'foo' non esiste."_s,
+                              u"1: Value 'a\\r\\nb' is not allowed for this attribute."_s,
+                              u"2: Attribute '\\x1B]52;c;aGk' does not exist for this tag."_s,
+                              u"2: Value '\\x07=1' is not allowed for this attribute."_s,
+                              u"2: Attribute 'x' does not exist for this tag."_s,
+                              u"2: Value '\\u202E\\x9B\\u2028' is not allowed for this attribute."_s,
+                              QString()};
+        QStringList trovate = righe.uscita.split(u'\n');
+        for (QString &riga : trovate)
+            riga.remove(cartella.path() + u"/caf\\xE9\\x1B[31m\\n.html:"_s);
+        QCOMPARE(trovate, attese);
+        const QByteArray json = Esegui({u"--json"_s, u"--verifica"_s, indirizzo}).uscita.toUtf8();
+        QJsonParseError errore;
+        const QJsonArray oggetti = QJsonDocument::fromJson(json, &errore).array();
+        QCOMPARE(errore.error, QJsonParseError::NoError);
+        QCOMPARE(oggetti.size(), 6);
+        QCOMPARE(oggetti[1].toObject()[u"name"_s].toString(), u"a\r\nb"_s);
+        QVERIFY(oggetti[0].toObject()[u"file"_s].toString().endsWith(u"caf\xDCE9\x1B[31m\n.html"_s));
     }
 
     void helpAndMistakes()
