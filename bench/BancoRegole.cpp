@@ -8,9 +8,12 @@
 #include "html/ContestoTag.h"
 #include "html/FrmControlloSintassi.h"
 #include "html/Risultati.h"
+#include "html/SeguitoPagina.h"
 #include "html/VerificaDaRiga.h"
 #include "html/VerificaSintassi.h"
 #include "platform/RichTextBox.h"
+
+#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -121,24 +124,25 @@ double BancoControllo::VerificaTagConElenco()
     using namespace ModuloVerificaSintassi;
     constexpr int Quanti = 20'000;
     constexpr int Nome = 8;
-    const FrmControlloSintassi elenco;
-    AzzeraRisultati();
+    FrmControlloSintassi elenco;
+    elenco.resize(300, 400);
+    elenco.show();
+    ElencoRisultati::Falli falli;
     for (int i = 0; i < Quanti; ++i) {
         const int dove = int(qint64(m_controllo->Lunghezza() - Nome) * i / Quanti);
-        const QString nome = m_controllo->Parte(dove, Nome);
-        if (!nome.contains(u'\r') && !nome.contains(u'\n'))
-            (void)RegistroPagina().Aggiungi({dove, i + 1, 1, TagSconosciuto, nome});
+        falli.push_back({.posizione = dove, .nome = m_controllo->Parte(dove, Nome)});
     }
+    elenco.Seguito(*m_controllo).Concludi(std::move(falli), m_controllo->Lunghezza());
     VaiInUnTag();
     ControllaAlCaretto();
     const double tempo = Mediana(
         5, 50,
         [this] {
+            QCoreApplication::processEvents();
             const int caretto = m_controllo->SelStart();
             m_controllo->ImpostaSelText(u"b"_s);
             m_controllo->ImpostaSelStart(caretto);
         },
         [this] { ControllaAlCaretto(); });
-    AzzeraRisultati();
     return tempo;
 }
