@@ -110,7 +110,8 @@ void MotoreWebEngine::CollegaPagina()
     connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] { m_ospite.DisegnoPerduto(); });
     connect(m_pagina, &QWebEnginePage::titleChanged, this, [this](const QString &titolo) {
         // A page without a title gets its address for one.
-        m_ospite.TitoloCambiato(m_pagina->url().toString().endsWith(titolo) ? QString() : titolo);
+        const auto pagina = [](const QUrl &indirizzo) { return indirizzo.adjusted(QUrl::RemoveFragment); };
+        m_ospite.TitoloCambiato(pagina(QUrl(titolo)) == pagina(m_pagina->url()) ? QString() : titolo);
     });
     connect(m_pagina, &QWebEnginePage::linkHovered, this, [this](const QString &indirizzo) {
         m_ospite.CollegamentoIndicato(m_schema->Indirizzi().AFile(QUrl(indirizzo)));
