@@ -84,6 +84,7 @@ void RichTextBox::MuoviCursore(int ancora, int posizione)
 
 void RichTextBox::ImpostaSelStart(int posizione)
 {
+    ConcludiComposizione();
     const int documento = InDocumento(posizione);
     MuoviCursore(documento, documento);
 }
@@ -95,6 +96,7 @@ void RichTextBox::ImpostaSelLength(int lunghezza)
 
 void RichTextBox::Seleziona(int da, int quanti)
 {
+    ConcludiComposizione();
     da = Limita(da);
     MuoviCursore(InDocumento(da), InDocumento(std::min<qsizetype>(qsizetype(da) + std::max(0, quanti), Lunghezza())));
 }

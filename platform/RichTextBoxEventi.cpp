@@ -44,6 +44,10 @@ void RichTextBox::keyPressEvent(QKeyEvent *evento)
     EventoTasto tasto = Tastiera::DaQt(*evento);
     const int codice = tasto.codice;
     const QPointer<RichTextBox> questo(this);
+    constexpr int primaFreccia = 33; // Page Up
+    constexpr int ultimaFreccia = 40;
+    if (codice >= primaFreccia && codice <= ultimaFreccia)
+        ConcludiComposizione();
     m_premuti.insert(Tastiera::Identita(*evento), tasto);
     emit KeyDown(&tasto);
     if (!questo)
@@ -171,6 +175,7 @@ void RichTextBox::contextMenuEvent(QContextMenuEvent *evento)
 
 void RichTextBox::focusOutEvent(QFocusEvent *evento)
 {
+    ConcludiComposizione();
     QPlainTextEdit::focusOutEvent(evento);
     // Keys released elsewhere are not heard of here.
     m_premuti.clear();
@@ -186,12 +191,15 @@ void RichTextBox::inputMethodEvent(QInputMethodEvent *evento)
         textCursor().block().setUserState(-1);
 }
 
-// What is being composed has no place in the text, but takes room in its line: a place pointed at behind it would be
-// one behind the line's end.
+// What is being composed has no place in the text, but takes room in its line: a place pointed at or gone to behind it
+// would be one behind the line's end.
 void RichTextBox::ConcludiComposizione()
 {
+    const auto composto = [this] { return textCursor().block().layout()->preeditAreaText(); };
+    if (composto().isEmpty())
+        return;
     QGuiApplication::inputMethod()->commit();
-    if (const QString resto = textCursor().block().layout()->preeditAreaText(); !resto.isEmpty()) {
+    if (const QString resto = composto(); !resto.isEmpty()) {
         QInputMethodEvent fine;
         fine.setCommitString(resto);
         QCoreApplication::sendEvent(this, &fine);

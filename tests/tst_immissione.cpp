@@ -273,6 +273,25 @@ private slots:
         QCOMPARE(controllo.Text(), u"prima\r\nseX\r\nYzconda\r\nterzaかなX\r\nY"_s);
     }
 
+    void movingEndsComposing()
+    {
+        for (const auto tasto : {Qt::Key_PageDown, Qt::Key_Down, Qt::Key_End, Qt::Key_Right}) {
+            RichTextBox controllo;
+            controllo.resize(400, 200);
+            controllo.show();
+            controllo.ImpostaText(u"ab"_s);
+            controllo.ImpostaSelStart(2);
+            QInputMethodEvent prova(u"かな"_s, {});
+            QCoreApplication::sendEvent(&controllo, &prova);
+            QTest::keyClick(&controllo, tasto);
+            QTest::keyClick(&controllo, 'z');
+            QCOMPARE(controllo.Text(), u"abかなz"_s);
+            QCoreApplication::sendEvent(&controllo, &prova);
+            controllo.Seleziona(0, 1);
+            QCOMPARE(controllo.Text(), u"abかなzかな"_s);
+        }
+    }
+
     void altIsForMenus()
     {
         RichTextBox controllo;

@@ -71,9 +71,10 @@ QString Ragione(const QByteArray &errori)
 void Messaggio(QtMsgType tipo, const QMessageLogContext &, const QString &testo)
 {
     // What the platform lacks: also an input method that takes back what is being composed before a click; and Qt's
-    // print dialog when its button is held down.
+    // print dialog when its button is held down, and Qt's file dialog when it leaves a folder while a name is edited.
     if (testo.startsWith(u"This plugin does not support") || testo.startsWith(u"QDialog::exec: Recursive call") ||
-        testo.startsWith(u"QTextCursor::setPosition: Position"))
+        testo.startsWith(u"QTextCursor::setPosition: Position") ||
+        testo.startsWith(u"QAbstractItemView::commitData called with an editor"))
         return;
     std::fprintf(stderr, "%s\n", qPrintable(testo));
     if (tipo == QtWarningMsg)
