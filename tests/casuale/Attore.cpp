@@ -181,6 +181,8 @@ void Attore::Esegui(const Passo &passo)
         return m_giudice.ProvaTesto(passo.testo, !passo.subito, [&] { Batti(passo.testo, passo.a == 1); });
     case Passo::ScriviDopo:
         return ScriviDopo(passo);
+    case Passo::Scegli:
+        return m_giudice.ProvaScelta(passo.testo.chopped(passo.a), !passo.subito, [&] { Scegli(passo); });
     case Passo::Storia:
         return m_giudice.ProvaStoria();
     case Passo::Fine:
@@ -215,6 +217,17 @@ void Attore::Batti(const QString &testo, bool sovrapposti) const
     }
     if (sovrapposti && !giu.isNull())
         Rilascia(FinestraTasti(), TastoDi(giu), giu);
+}
+
+void Attore::Scegli(const Passo &passo) const
+{
+    Batti(u'<' + passo.testo, false);
+    for (int i = 0; i < passo.a; ++i) {
+        Premi(FinestraTasti(), Qt::Key_Backspace, u"\b"_s);
+        Rilascia(FinestraTasti(), Qt::Key_Backspace, u"\b"_s);
+    }
+    Premi(FinestraTasti(), Qt::Key_Tab, u"\t"_s);
+    Rilascia(FinestraTasti(), Qt::Key_Tab, u"\t"_s);
 }
 
 /// The keys that follow still go to the window of the box while it goes.

@@ -37,6 +37,7 @@ private:
     void NomeFile(const QString &nome) const;
     void Lascia(const Passo &passo) const;
     void Misura(const Passo &passo) const;
+    void Scegli(const Passo &passo) const;
     void ScriviDopo(const Passo &passo) const;
     [[nodiscard]] QWidget *Davanti() const;
     [[nodiscard]] QWidget *Luogo(const QString &nome) const;

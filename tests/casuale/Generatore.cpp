@@ -202,6 +202,21 @@ private:
         Aggiungi({Passo::Chiudi, Uno(2)});
         Aggiungi({Passo::Chiudi, 0});
     }
+    /// Line ends come to stand side by side.
+    void RigheUnite()
+    {
+        Tasto(Qt::Key_Home, Qt::ControlModifier);
+        for (int volte = Uno(5); volte > 0; --volte)
+            Tasto(Qt::Key_Down);
+        for (int volte = 1 + Uno(2); volte > 0; --volte)
+            Tasto(Uno(3) ? Qt::Key_Delete : Qt::Key_Backspace);
+    }
+    void Scegli()
+    {
+        static const QStringList iniziali{u"ta"_s, u"b"_s, u"fo"_s, u"h"_s, u"im"_s, u"zz"_s};
+        const QString scelte = Scelto(iniziali);
+        Aggiungi({Passo::Scegli, Uno(int(scelte.size()) + 1), 0, 0, scelte});
+    }
     void Scambi()
     {
         Aggiungi({Passo::Appunti, 0, 0, 0, Scelto(Pezzi) + Scelto(Pezzi)});
@@ -223,7 +238,9 @@ private:
     }
     void Raro()
     {
-        switch (Uno(7)) {
+        switch (Uno(8)) {
+        case 7:
+            return RigheUnite();
         case 0:
             return Aggiungi({Passo::Misura, 200 + Uno(1100), 100 + Uno(600), Uno(3) == 0});
         case 1:
@@ -244,8 +261,10 @@ private:
     {
         m_veloce = Uno(2) == 0;
         const int quale = Uno(100);
-        if (quale < 18)
+        if (quale < 16)
             return Lista();
+        if (quale < 18)
+            return Scegli();
         if (quale < 32)
             return Aggiungi({Passo::Scrivi, Uno(2), 0, 0, Parola()});
         if (quale < 40)
@@ -297,6 +316,7 @@ QList<Generatore::File> Generatore::Cartella()
             {u"unix.html"_s, "<P>uno\n<P>due\n\n<blinc>tre"},
             {u"larga.html"_s, "<P>" + QByteArray(5000, 'x') + " <B align=left>" + QByteArray(3000, 'y') + "\r\n"},
             {u"grande.html"_s, pagina + riga.repeated(1400)},
+            {u"miste.html"_s, "uno\rX\ndue\r\rtre\n\rY\n"},
             {u"utf16.html"_s, QByteArray("\xFF\xFE<\0P\0>\0\xE8\0\r\0\n\0", 14)},
             {u"vuota.html"_s, {}}};
 }

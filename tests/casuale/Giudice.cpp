@@ -184,22 +184,42 @@ bool Giudice::Libera() const
            QApplication::activeWindow() == &m_finestra;
 }
 
+/// The caret is in no tag.
+bool Giudice::NelTesto() const
+{
+    const QString davanti = m_pad.Text().first(m_pad.SelStart());
+    return davanti.lastIndexOf(u'<') <= davanti.lastIndexOf(u'>');
+}
+
 void Giudice::ProvaTesto(const QString &testo, bool quieto, const std::function<void()> &batti)
 {
-    const QString prima = m_pad.Text();
-    const int dove = m_pad.SelStart();
-    const QStringView davanti = QStringView(prima).first(dove);
-    const bool nelTesto = davanti.lastIndexOf(u'<') <= davanti.lastIndexOf(u'>');
-    if (Libera() && quieto && nelTesto && !Sospeso())
-        m_intero = QString(prima).replace(dove, m_pad.SelLength(), testo);
+    if (Libera() && quieto && NelTesto() && !Sospeso())
+        m_intero = m_pad.Text().replace(m_pad.SelStart(), m_pad.SelLength(), testo);
     else
         m_incerto = true;
+    batti();
+}
+
+void Giudice::ProvaScelta(const QString &iniziali, bool quieto, const std::function<void()> &batti)
+{
+    if (Libera() && quieto && NelTesto() && !Sospeso()) {
+        m_davanti = m_pad.Text().first(m_pad.SelStart()) + u'<' + iniziali;
+        m_dietro = m_pad.Text().sliced(m_pad.SelStart() + m_pad.SelLength());
+    }
+    m_incerto = true;
     batti();
 }
 
 void Giudice::Aspetta(const QString &testo)
 {
     m_contenuto = testo;
+}
+
+bool Giudice::Giunto() const
+{
+    const QString testo = m_pad.Text();
+    return (m_intero.isEmpty() || testo == m_intero) && testo.contains(m_contenuto) &&
+           testo.startsWith(m_davanti, Qt::CaseInsensitive) && testo.endsWith(m_dietro);
 }
 
 bool Giudice::Attende()
@@ -211,18 +231,20 @@ bool Giudice::Attende()
         m_altrove = true; // another box that came has the keys, or some of them
         return false;
     }
-    const bool giunto = (m_intero.isEmpty() || m_pad.Text() == m_intero) && m_pad.Text().contains(m_contenuto);
+    const bool giunto = Giunto();
     if (!giunto && ++m_attese < Pazienza)
         return true;
     if (!giunto && !m_altrove && !m_contenuto.isEmpty())
         Accusa(u"keys"_s, u"\"%1\", typed while a box closed: "_s.arg(m_contenuto) + Taglia(m_pad.Text()));
     else if (!giunto && !m_altrove)
-        Accusa(u"typing"_s, Differenza(m_pad.Text(), m_intero));
+        Accusa(u"typing"_s, Differenza(m_pad.Text(), m_davanti.isEmpty() ? m_intero : m_davanti + u"..."_s + m_dietro));
     if (m_incerto && Cambia())
         return true;
     m_attese = 0;
     m_altrove = m_incerto = false;
     m_intero.clear();
+    m_davanti.clear();
+    m_dietro.clear();
     m_contenuto.clear();
     return false;
 }

@@ -29,13 +29,18 @@ public:
     void Esamina();
     /// Whether what was typed is on its way: nothing is to be done until it is there.
     [[nodiscard]] bool Attende();
-    [[nodiscard]] bool Sospeso() const { return m_incerto || !m_intero.isEmpty() || !m_contenuto.isEmpty(); }
+    [[nodiscard]] bool Sospeso() const
+    {
+        return m_incerto || !m_intero.isEmpty() || !m_contenuto.isEmpty() || !m_davanti.isEmpty();
+    }
     /// A key was sent: it may be on its way for a while.
     void Inviato() { m_inviati = true; }
     /// Keys on their way are to be waited for.
     void Quieta() { m_incerto = std::exchange(m_inviati, false) || m_incerto; }
     /// What \a batti types must stand at the caret when that is in plain text and, \a quieto, no key is on its way.
     void ProvaTesto(const QString &testo, bool quieto, const std::function<void()> &batti);
+    /// The same for a "<", \a iniziali and what is accepted from a list: all around them stays as it is.
+    void ProvaScelta(const QString &iniziali, bool quieto, const std::function<void()> &batti);
     /// \a testo, typed while a box closed, must be in the page then, unless another box came.
     void Aspetta(const QString &testo);
     /// The full check, its list, and a click on one of its lines.
@@ -56,6 +61,8 @@ private:
     void EsaminaElenco(const QString &testo) const;
     void ScegliRiga(int riga);
     [[nodiscard]] bool Libera() const;
+    [[nodiscard]] bool NelTesto() const;
+    [[nodiscard]] bool Giunto() const;
     [[nodiscard]] bool InUnFile(const QString &testo) const;
 
     FrmStart &m_finestra;
@@ -64,6 +71,8 @@ private:
     QString m_primoTesto;
     QString m_primaRtf;
     QString m_intero;    ///< what the page must become
+    QString m_davanti;   ///< what it must begin with, whatever the case of its letters,
+    QString m_dietro;    ///< and end with
     QString m_contenuto; ///< what must come to stand in it
     int m_attese = 0;
     bool m_inviati = false;

@@ -11,9 +11,9 @@ namespace
 {
 
 constexpr std::array<QStringView, Passo::Fine + 1> Parole{
-    u"page",   u"press",   u"repeat", u"release",   u"compose", u"click", u"doubleclick", u"drag",
-    u"wheel",  u"command", u"check",  u"control",   u"file",    u"close", u"clipboard",   u"drop",
-    u"resize", u"wait",    u"type",   u"typeafter", u"history", u"end"};
+    u"page",   u"press",   u"repeat", u"release",   u"compose", u"click",   u"doubleclick", u"drag",
+    u"wheel",  u"command", u"check",  u"control",   u"file",    u"close",   u"clipboard",   u"drop",
+    u"resize", u"wait",    u"type",   u"typeafter", u"choose",  u"history", u"end"};
 
 QString Protetto(const QString &testo)
 {

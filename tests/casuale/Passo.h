@@ -29,6 +29,7 @@ struct Passo {
         Attendi,    ///< a: milliseconds
         Scrivi,     ///< testo, typed quickly; a: 1: each key is let go after the next is down
         ScriviDopo, ///< key a closes a box, and testo is typed before anything else can happen
+        Scegli,     ///< "<" and testo are typed, a letters taken back, and Tab accepts
         Storia,     ///< everything is undone, and redone
         Fine,       ///< the host ends the program, and it starts again
     };
