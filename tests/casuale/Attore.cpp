@@ -219,15 +219,18 @@ void Attore::Batti(const QString &testo, bool sovrapposti) const
         Rilascia(FinestraTasti(), TastoDi(giu), giu);
 }
 
+/// Each key in a turn of its own: the list that "<" opens keeps the turn in which it came.
 void Attore::Scegli(const Passo &passo) const
 {
-    Batti(u'<' + passo.testo, false);
-    for (int i = 0; i < passo.a; ++i) {
-        Premi(FinestraTasti(), Qt::Key_Backspace, u"\b"_s);
-        Rilascia(FinestraTasti(), Qt::Key_Backspace, u"\b"_s);
+    const QString tasti = u'<' + passo.testo + QString(passo.a, u'\b') + u'\t';
+    for (const QChar c : tasti) {
+        const int tasto = c == u'\b' ? int(Qt::Key_Backspace) : c == u'\t' ? int(Qt::Key_Tab) : TastoDi(c);
+        const auto batti = [this, c, tasto] {
+            Premi(FinestraTasti(), tasto, c);
+            Rilascia(FinestraTasti(), tasto, c);
+        };
+        QMetaObject::invokeMethod(&m_finestra, batti, Qt::QueuedConnection);
     }
-    Premi(FinestraTasti(), Qt::Key_Tab, u"\t"_s);
-    Rilascia(FinestraTasti(), Qt::Key_Tab, u"\t"_s);
 }
 
 /// The keys that follow still go to the window of the box while it goes.

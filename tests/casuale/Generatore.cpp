@@ -202,15 +202,6 @@ private:
         Aggiungi({Passo::Chiudi, Uno(2)});
         Aggiungi({Passo::Chiudi, 0});
     }
-    /// Line ends come to stand side by side.
-    void RigheUnite()
-    {
-        Tasto(Qt::Key_Home, Qt::ControlModifier);
-        for (int volte = Uno(5); volte > 0; --volte)
-            Tasto(Qt::Key_Down);
-        for (int volte = 1 + Uno(2); volte > 0; --volte)
-            Tasto(Uno(3) ? Qt::Key_Delete : Qt::Key_Backspace);
-    }
     void Scegli()
     {
         static const QStringList iniziali{u"ta"_s, u"b"_s, u"fo"_s, u"h"_s, u"im"_s, u"zz"_s};
@@ -238,9 +229,7 @@ private:
     }
     void Raro()
     {
-        switch (Uno(8)) {
-        case 7:
-            return RigheUnite();
+        switch (Uno(7)) {
         case 0:
             return Aggiungi({Passo::Misura, 200 + Uno(1100), 100 + Uno(600), Uno(3) == 0});
         case 1:
@@ -316,7 +305,6 @@ QList<Generatore::File> Generatore::Cartella()
             {u"unix.html"_s, "<P>uno\n<P>due\n\n<blinc>tre"},
             {u"larga.html"_s, "<P>" + QByteArray(5000, 'x') + " <B align=left>" + QByteArray(3000, 'y') + "\r\n"},
             {u"grande.html"_s, pagina + riga.repeated(1400)},
-            {u"miste.html"_s, "uno\rX\ndue\r\rtre\n\rY\n"},
             {u"utf16.html"_s, QByteArray("\xFF\xFE<\0P\0>\0\xE8\0\r\0\n\0", 14)},
             {u"vuota.html"_s, {}}};
 }

@@ -10,6 +10,7 @@
 #include "editor/FrmPaginaHTML.h"
 #include "editor/Recupero.h"
 #include "editor/clsUndo.h"
+#include "html/FrmComplete.h"
 #include "html/FrmControlloSintassi.h"
 #include "html/Scansione.h"
 #include "html/TestoRiscontro.h"
@@ -91,7 +92,7 @@ class Raccolta : public ModuloVerificaSintassi::Ricevitore
 public:
     void Trova(const ModuloVerificaSintassi::Riscontro &r) override
     {
-        const QString nome = r.nome.toString();
+        const QString nome = r.nome.toString().left(ModuloVerificaSintassi::MassimoNome);
         const std::tuple chiave(qint64(r.riga), int(r.tipo), nome);
         if (std::find(riscontri.begin(), riscontri.end(), chiave) == riscontri.end())
             riscontri.push_back(chiave);
@@ -227,7 +228,10 @@ bool Giudice::Attende()
     constexpr int Pazienza = 200;
     if (!Sospeso())
         return false;
-    if (!m_cominciato || !Libera()) {
+    const bool lista = !m_davanti.isEmpty() && FrmComplete::Corrente() && Attore::Ostacolo() == FrmComplete::Corrente();
+    if (lista && ++m_attese < Pazienza)
+        return true;
+    if (!m_cominciato || (!Libera() && !lista)) {
         m_altrove = true; // another box that came has the keys, or some of them
         return false;
     }
