@@ -97,13 +97,13 @@ prepara() {
     fi
 }
 
-# costruisci PRESET: configures once, then builds what changed. Clones share what was compiled.
+# costruisci PRESET [OPTION of cmake --build]...: configures once, then builds what changed. Clones share what was compiled.
 costruisci() {
     (
         cd "$radice" || exit
         export CCACHE_BASEDIR=$radice CCACHE_NOHASHDIR=1
         [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
-        cmake --build --preset "$1"
+        cmake --build --preset "$@"
     )
 }
 
