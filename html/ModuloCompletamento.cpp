@@ -48,17 +48,12 @@ void Avvisa(RichTextBox *editor, qint16 testo, int larghezza)
     editor->setFocus();
 }
 
-/// Colours the entry that was inserted, and leaves the caret after it. \a da and \a fine bound where it is looked for.
-void ColoraScelta(RichTextBox *editor, const QString &scelta, int da, int fine, bool tag)
+/// Colours the entry that a list put in at \a da, and leaves the caret behind it.
+void ColoraScelta(RichTextBox *editor, int da, int quanti, bool tag)
 {
-    da = std::max(0, da);
-    const qsizetype trovata = editor->Parte(da, fine - da).lastIndexOf(scelta);
-    const int posizione = da + int(trovata);
-    if (trovata < 0 || posizione <= 0)
-        return;
-    editor->ImpostaSelStart(posizione);
-    ColoraTesto::ColoraParola(editor, int(scelta.size()), tag ? SchemaColori::Tag : SchemaColori::Attributo, tag);
-    editor->ImpostaSelStart(posizione + int(scelta.size()));
+    editor->ImpostaSelStart(da);
+    ColoraTesto::ColoraParola(editor, quanti, tag ? SchemaColori::Tag : SchemaColori::Attributo, tag);
+    editor->ImpostaSelStart(da + quanti);
 }
 
 /// Marks the attribute whose "=" stands before the caret.
@@ -190,8 +185,7 @@ bool Suggerisci(RichTextBox *editor, bool chiesta)
         // An element has one case: its end tag is written as the start tag is.
         if (const auto *fine = Portati::Di(editor).FineTagDi(esito.scelta); luogo.chiusura && fine)
             editor->Sostituisci(da, int(esito.scelta.size()), fine->testo.sliced(2).chopped(1));
-        ColoraScelta(editor, editor->Parte(da, int(esito.scelta.size())), da, caretto + int(esito.scelta.size()) + 1,
-                     true);
+        ColoraScelta(editor, da, int(esito.scelta.size()), true);
         if (esito.tasto == u" " && luogo.chiusura)
             editor->ImpostaSelText(esito.tasto);
         return true;
@@ -211,8 +205,7 @@ bool Suggerisci(RichTextBox *editor, bool chiesta)
     const EsitoLista esito = ListaAttributi(editor, luogo.nome, prefisso, chiesta);
     if (!esito.accettata || !vivo)
         return false;
-    const int lunghezza = int(esito.scelta.size());
-    ColoraScelta(editor, esito.scelta, caretto - int(prefisso.size()), caretto + lunghezza + 1, false);
+    ColoraScelta(editor, caretto - int(prefisso.size()), int(esito.scelta.size()), false);
     if (DopoAttributo(editor, luogo.nome, esito.scelta, esito.tasto))
         SuggerisciAttributi(editor, luogo.nome);
     return true;

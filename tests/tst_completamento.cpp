@@ -240,6 +240,7 @@ private slots:
         riga("ctrl space: tag at the very end, after a lone bracket", u"x <|"_s, u"©i§\n"_s, u"x <IMG|"_s, u"[IMG]"_s);
         riga("ctrl space: tag begun at the very end", u"<im|"_s, u"©\n"_s, u"<IMG|"_s);
         riga("ctrl space: closing tag begun", u"</fo|"_s, u"©§\n"_s, u"</FONT|"_s, u"[FONT]"_s);
+        riga("the caret stays before what is like the entry", u"x <|B>"_s, u"©B§\t"_s, u"x <B|B>"_s, u"[B] BR"_s);
         riga("the same with a blank behind", u"</fo| x"_s, u"©\n"_s, u"</FONT| x"_s);
         riga("no entry selected", u"<IMG zz| x"_s, u"©§\t§"_s, u"<IMG zz\t| x"_s,
              u"align border ismap OnLoad width;closed"_s);
