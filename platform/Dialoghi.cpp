@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHeaderView>
@@ -114,6 +115,13 @@ void MostraColonne(const QFileDialog &dialogo)
         elenco->header()->setSectionResizeMode(colonna, QHeaderView::ResizeToContents);
 }
 
+/// The list stays as it was read: a file that goes away while it is the chosen one ends a program with Qt 6.4.
+void FermaElenco(const QFileDialog &dialogo)
+{
+    if (auto *modello = dialogo.findChild<QFileSystemModel *>())
+        modello->setOption(QFileSystemModel::DontWatchForChanges);
+}
+
 /// Every setting is made anew: Qt would else begin where the last dialog of any kind ended.
 void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartella, const QString &nome)
 {
@@ -122,6 +130,7 @@ void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartell
     const QStringList filtri = FiltriQt(filtro);
     dialogo.setNameFilters(filtri);
     MostraColonne(dialogo);
+    FermaElenco(dialogo);
     dialogo.selectNameFilter(filtri.first());
     // Of a folder whose name is no text Qt's dialog can show the next one above.
     QString inizio = cartella.isEmpty() ? QDir::currentPath() : cartella;
