@@ -193,6 +193,7 @@ bool clsUndo::AnnullaComando()
 {
     if (!m_rtb || InCorso())
         return false;
+    m_rtb->ConcludiComposizione();
     // Colours set since the last undo would become a record, and take away what can be redone.
     if (!m_redoList.empty())
         RiprendiAspetti();
@@ -211,6 +212,7 @@ bool clsUndo::RipristinaComando()
 {
     if (!m_rtb || InCorso())
         return false;
+    m_rtb->ConcludiComposizione();
     bool fatto = false;
     bool testoCambiato = false;
     while (m_rtb && !(testoCambiato && (m_redoList.empty() || !m_redoList.back().SoloAspetti))) {

@@ -140,6 +140,8 @@ public:
     void Copia() { copy(); }
     void Incolla() { paste(); }
     void Elimina();
+    /// What an input method is composing becomes text, as before anything that moves the caret.
+    void ConcludiComposizione();
     /// Moves the selected text to a position outside of it; the caret goes after it.
     void SpostaSelezione(int dove);
     [[nodiscard]] bool PuoIncollare() const { return canPaste(); }
@@ -212,7 +214,6 @@ private:
     void SelezioneForseCambiata();
     void AnnunciaCambiamento();
     void ScavalcaTaglio(int codice, bool estende);
-    void ConcludiComposizione();
     void MuoviCursore(int ancora, int posizione);
 
     // Looks (RichTextBoxAspetti.cpp)

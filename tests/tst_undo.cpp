@@ -219,6 +219,18 @@ private slots:
         QCOMPARE(banco.controllo.AspettoIn(2), Aspetto());
     }
 
+    void composingEndsFirst()
+    {
+        Banco banco(u"ab"_s);
+        banco.controllo.ImpostaSelStart(2);
+        QInputMethodEvent prova(u"かな"_s, {});
+        QCoreApplication::sendEvent(&banco.controllo, &prova);
+        QVERIFY(banco.undo.AnnullaComando());
+        QCOMPARE(banco.controllo.Text(), u"ab"_s);
+        QVERIFY(banco.undo.RipristinaComando());
+        QCOMPARE(banco.controllo.Text(), u"abかな"_s);
+    }
+
     void coloursAloneNeverLookLikeNothing()
     {
         Banco banco;

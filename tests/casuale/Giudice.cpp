@@ -374,6 +374,7 @@ void Giudice::ProvaStoria()
     if (!Libera())
         return;
     clsUndo &undo = *m_finestra.UndoRTB();
+    m_pad.ConcludiComposizione();
     while (undo.RipristinaComando())
         ;
     undo.TakeUndoSnapShot();

@@ -85,7 +85,8 @@ void Guida::Turno()
     if (Trattenuto())
         return Programma(1);
     Misura();
-    if (m_fatti < m_passi.size() && m_passi[m_fatti].tipo == Passo::Scrivi)
+    const auto tipo = m_fatti < m_passi.size() ? m_passi[m_fatti].tipo : Passo::Attendi;
+    if (tipo == Passo::Scrivi || tipo == Passo::Scegli)
         m_giudice->Quieta();
     if (m_giudice->Attende())
         return Programma(1);
