@@ -81,6 +81,15 @@ bool Virgoletta(RichTextBox *editor, char16_t carattere)
     return false;
 }
 
+/// A blank or a line end right behind the "=" says that the value follows further on, with quotes of its own or none.
+bool TogliVirgoletta(RichTextBox *editor)
+{
+    Portati &portati = Portati::Di(editor);
+    const int caretto = editor->SelStart();
+    const auto *apre = portati.CheFinisce(Genere::Apre, caretto);
+    return apre && !portati.CheComincia(Genere::Chiude, caretto) && portati.Togli(Genere::Apre, apre->da);
+}
+
 // --- Blanks and indentation -----------------------------------------------------------------------------------------
 
 void TogliSpazi(RichTextBox *editor)
@@ -104,6 +113,8 @@ bool Spazio(RichTextBox *editor)
         editor->ImpostaSelStart(caretto + 1);
         return false;
     }
+    if (TogliVirgoletta(editor))
+        return true;
     const Luogo luogo = ContestoTag::LuogoDi(editor);
     if (!VirgolettaAperta(editor, luogo))
         return true;
@@ -316,6 +327,8 @@ bool Prima(RichTextBox *editor, char16_t carattere)
         return true;
     case u'=':
     case u'\r': {
+        if (carattere == u'\r')
+            TogliVirgoletta(editor);
         const Luogo luogo = ContestoTag::LuogoDi(editor);
         if (VirgolettaAperta(editor, luogo))
             ChiudiValore(editor, luogo, carattere);

@@ -83,7 +83,7 @@ private:
     void LeggiValore()
     {
         while (!Fine() && Bianco(m_tratto[m_i]))
-            Avanza(Stato::Fuori);
+            ++m_i;
         if (Fine())
             return;
         const QChar primo = m_tratto[m_i];

@@ -12,7 +12,7 @@ enum class Stato {
     Nome,       ///< in the tag's name, which may still be empty
     Fuori,      ///< behind the name, between attributes
     Attributo,  ///< in an attribute's name
-    Uguale,     ///< right behind the "=" of an attribute
+    Uguale,     ///< behind the "=" of an attribute, and blanks, where its value is due
     Valore,     ///< in a value without quotes
     Virgolette, ///< in a quoted value
 };

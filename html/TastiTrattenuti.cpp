@@ -38,6 +38,7 @@ bool TastiTrattenuti::Contiene(quint64 tasto) const
 
 void TastiTrattenuti::Premuto(const QKeyEvent &tasto)
 {
+    m_ultimo = Identita(tasto);
     if (!Contiene(Identita(tasto)))
         m_giu.push_back(Identita(tasto));
 }
@@ -51,20 +52,25 @@ void TastiTrattenuti::Rilasciato(const QKeyEvent &tasto)
 bool TastiTrattenuti::eventFilter(QObject *oggetto, QEvent *evento)
 {
     const QEvent::Type tipo = evento->type();
-    if (m_giu.empty() || (tipo != QEvent::KeyPress && tipo != QEvent::KeyRelease && tipo != QEvent::ShortcutOverride))
+    if (tipo != QEvent::KeyPress && tipo != QEvent::KeyRelease && tipo != QEvent::ShortcutOverride)
         return QObject::eventFilter(oggetto, evento);
     const auto &tasto = static_cast<const QKeyEvent &>(*evento);
-    if (!Contiene(Identita(tasto)))
+    const quint64 identita = Identita(tasto);
+    const quint64 primaDi = m_ultimo;
+    if (tipo == QEvent::KeyPress)
+        m_ultimo = identita;
+    if (!Contiene(identita))
         return false;
     if (tipo == QEvent::KeyRelease) {
         Rilasciato(tasto);
         return true;
     }
-    if (tasto.isAutoRepeat()) {
+    // Under X11 a key that goes down at once after it was let go counts as repeated, but none repeats behind another.
+    if (tasto.isAutoRepeat() && primaDi == identita) {
         evento->accept();
         return true;
     }
     // Pressed anew: its release went to another window.
-    std::erase(m_giu, Identita(tasto));
+    std::erase(m_giu, identita);
     return false;
 }

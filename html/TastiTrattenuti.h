@@ -26,4 +26,5 @@ private:
     [[nodiscard]] bool Contiene(quint64 tasto) const;
 
     std::vector<quint64> m_giu;
+    quint64 m_ultimo = 0; ///< pressed last: only that one repeats
 };

@@ -354,19 +354,20 @@ private slots:
 
     // The key that closes a list is not a key released in the page, nor one that repeats there. All in one batch, as
     // the keys arrive from quick fingers while the program was busy: "+" presses the next key, "-" releases it, "*"
-    // repeats it. The second blank accepts "align", the first Return "Top".
+    // repeats it. The second blank accepts "align", the first Return "Top". The repeated "h" is one
+    // pressed anew; ">" has no code of its own.
     void RilasciDellaLista()
     {
         Pagina pagina(u"<IMG|>"_s);
-        const QString mosse = u"+ - +a+ -a- +t-t+\n*\n-\n+x-x+\n-\n"_s;
+        const QString mosse = u"+ - +a+ -a- +t-t+\n*\n-\n+x-x+\n-\n+ - +h+>*h-h->"_s;
         for (qsizetype i = 0; i < mosse.size(); i += 2) {
             const Tasto tasto = TastoDi(mosse[i + 1]);
             const auto tipo = mosse[i] == u'-' ? QEvent::KeyRelease : QEvent::KeyPress;
             QCoreApplication::postEvent(
                 &pagina, new QKeyEvent(tipo, tasto.codice, Qt::NoModifier, tasto.testo, mosse[i] == u'*'));
         }
-        QTRY_COMPARE(pagina.Stampa(), u"<IMG align=\"Top\"x\r\n|>"_s);
-        QTRY_COMPARE(pagina.rilasci, (QList<int>{32, 'X', 13}));
+        QTRY_COMPARE(pagina.Stampa(), u"<IMG align=\"Top\"x\r\n h>h|>"_s);
+        QTRY_COMPARE(pagina.rilasci, (QList<int>{32, 'X', 13, 32, 'H', 255}));
     }
 
     void ChiusaDaFuori()

@@ -229,6 +229,8 @@ private slots:
                                                << u"<table width=\"100%\" border=\"0\" class=\"a b\">|</table>"_s;
         QTest::newRow("quotes of the other kind, signs in them")
             << u"<b style='x' onclick='f(\"a>b\")'>"_s << u"<b style='x' onclick='f(\"a>b\")'>|</b>"_s;
+        QTest::newRow("a value behind blanks or a line end")
+            << u"<a href = \"x\" class= a title=\n\"z\">"_s << u"<a href = \"x\" class= a title=\r\n\"z\">|</a>"_s;
         QTest::newRow("names that stand without a value")
             << u"<input required type=text disabled>"_s << u"<input required type=\"text\" disabled>|"_s;
         QTest::newRow("signs in text") << u"1 < 2 while (i < n)⎋"_s << u"1 < 2 while (i < n)|"_s;
