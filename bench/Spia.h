@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QObject>
+
+/// Sees when a view has been painted.
+class Spia : public QObject
+{
+public:
+    bool eventFilter(QObject *oggetto, QEvent *evento) override
+    {
+        m_dipinto = m_dipinto || evento->type() == QEvent::Paint;
+        return QObject::eventFilter(oggetto, evento);
+    }
+
+    /// Runs the events until the view is painted the next time.
+    void Aspetta()
+    {
+        m_dipinto = false;
+        QElapsedTimer attesa;
+        attesa.start();
+        while (!m_dipinto) {
+            if (attesa.elapsed() > 60'000)
+                qFatal("the control was not painted for a minute");
+            QCoreApplication::processEvents();
+        }
+    }
+
+private:
+    bool m_dipinto = false;
+};
