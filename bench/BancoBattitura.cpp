@@ -27,6 +27,7 @@ const std::vector<BancoBattitura::Prova> &BancoBattitura::Prove()
 {
     static const QString immagine = u"<img src=\"foto/12.jpg\" alt=\"una"_s;
     static const std::vector<Prova> prove{
+        {u"typed: first letter"_s},
         {u"typed: letter in text"_s, u"una storia"_s, {Qt::Key_E, u"e"_s}},
         {u"typed: letter in a tag's name"_s, u"<tab"_s, {Qt::Key_L, u"l"_s}},
         {u"typed: letter in an attribute's name"_s, immagine + u"\" wid"_s, {Qt::Key_T, u"t"_s}},
@@ -56,7 +57,10 @@ BancoBattitura::BancoBattitura(const QString &pagina)
     m_posto = m_pad->CercaAvanti(u'\n', m_pad->Lunghezza() / 2) + 1;
     m_resto = m_pad->Lunghezza() - m_posto;
     m_pad->ImpostaSelStart(m_posto);
-    m_spia->Aspetta();
+    m_spia->Quiete();
+    const double inizio = Orologio::Adesso();
+    Misurato({Qt::Key_E, u"e"_s});
+    m_prima = Orologio::Adesso() - inizio;
 }
 
 BancoBattitura::~BancoBattitura() = default;
@@ -94,11 +98,13 @@ void BancoBattitura::Prepara(const Prova &prova)
         m_pad->Sostituisci(caretto, 0, prova.dopo);
         m_pad->ImpostaSelStart(caretto + int(prova.dopo.size()));
     }
-    FinoAlDisegno();
+    m_spia->Quiete();
 }
 
 double BancoBattitura::Misura(const Prova &prova)
 {
+    if (prova.riga.isEmpty())
+        return m_prima;
     if (prova.lista)
         return InLista(prova);
     return Mediana(
@@ -119,7 +125,7 @@ double BancoBattitura::InLista(const Prova &prova)
                 if (!primo)
                     Batti({Qt::Key_Backspace, u"\b"_s});
                 primo = false;
-                FinoAlDisegno();
+                m_spia->Quiete();
                 if (!FrmComplete::Corrente() || !FrmComplete::Corrente()->isVisible())
                     qFatal("the list is gone");
             },

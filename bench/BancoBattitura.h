@@ -23,7 +23,7 @@ public:
     };
     struct Prova {
         QString nome;
-        QString riga;         ///< what stands before the caret, on a line of its own in the middle of the page
+        QString riga = {};    ///< what stands before the caret, on a line of its own in the middle of the page
         Tasto tasto;          ///< what is measured
         QString portato = {}; ///< typed after it, before the measure; what it brings follows the caret
         QString dopo = {};    ///< put in after that
@@ -49,6 +49,7 @@ private:
     std::unique_ptr<clsUndo> m_undo;
     std::unique_ptr<Spia> m_spia;
     RichTextBox *m_pad;
-    int m_posto = 0; ///< of the line that is written
-    int m_resto = 0; ///< units of the page behind it
+    double m_prima = 0; ///< milliseconds of the first letter typed
+    int m_posto = 0;    ///< of the line that is written
+    int m_resto = 0;    ///< units of the page behind it
 };

@@ -28,6 +28,16 @@ public:
         }
     }
 
+    /// Runs the events until nothing is painted any more.
+    void Quiete()
+    {
+        do {
+            m_dipinto = false;
+            for (int giro = 0; giro < 3; ++giro)
+                QCoreApplication::processEvents();
+        } while (m_dipinto);
+    }
+
 private:
     bool m_dipinto = false;
 };
