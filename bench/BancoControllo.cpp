@@ -1,10 +1,10 @@
 #include "bench/BancoControllo.h"
 
 #include "bench/Misura.h"
+#include "bench/Spia.h"
 #include "platform/RichTextBox.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QWindow>
 
@@ -14,19 +14,6 @@ namespace
 {
 
 const auto Niente = [] {};
-
-// Sees when the control's view has been painted.
-class Spia : public QObject
-{
-public:
-    bool dipinto = false;
-
-    bool eventFilter(QObject *oggetto, QEvent *evento) override
-    {
-        dipinto = dipinto || evento->type() == QEvent::Paint;
-        return QObject::eventFilter(oggetto, evento);
-    }
-};
 
 } // namespace
 
@@ -60,15 +47,7 @@ BancoControllo::~BancoControllo() = default;
 
 void BancoControllo::FinoAlDisegno()
 {
-    Spia &spia = static_cast<Spia &>(*m_spia);
-    spia.dipinto = false;
-    QElapsedTimer attesa;
-    attesa.start();
-    while (!spia.dipinto) {
-        if (attesa.elapsed() > 60'000)
-            qFatal("the control was not painted for a minute");
-        QCoreApplication::processEvents();
-    }
+    m_spia->Aspetta();
 }
 
 void BancoControllo::Colora()

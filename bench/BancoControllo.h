@@ -9,6 +9,7 @@
 #include "bench/Pagine.h"
 
 class RichTextBox;
+class Spia;
 class clsUndo;
 
 /// The editing control in a window on the screen, with one page, and what is done with it.
@@ -65,7 +66,7 @@ private:
     double ConTrova(Prima prepara, Azione passo);
 
     std::unique_ptr<RichTextBox> m_controllo;
-    std::unique_ptr<QObject> m_spia;
+    std::unique_ptr<Spia> m_spia;
     QString m_pagina;
     std::vector<Pagine::Parte> m_parti;
     int m_passo = 0;

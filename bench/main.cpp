@@ -1,3 +1,5 @@
+#include "app/ModuloDichiarazioni.h"
+#include "bench/BancoBattitura.h"
 #include "bench/BancoControllo.h"
 #include "bench/Misura.h"
 #include "bench/Tabella.h"
@@ -86,6 +88,15 @@ std::optional<double> MemoriaDi(size_t prova, size_t colonna)
     return valido ? std::optional(valore) : std::nullopt;
 }
 
+/// One column: what each key costs on \a pagina; nothing where that is empty.
+void MisuraBattute(const std::vector<BancoBattitura::Prova> &prove, const QString &pagina,
+                   std::vector<std::vector<std::optional<double>>> &tempi)
+{
+    const auto banco = prove.empty() || pagina.isEmpty() ? nullptr : std::make_unique<BancoBattitura>(pagina);
+    for (size_t j = 0; j < prove.size(); ++j)
+        tempi[j].push_back(banco ? std::optional(banco->Misura(prove[j])) : std::nullopt);
+}
+
 void Stampa(const QString &testo)
 {
     std::fputs(testo.toUtf8().constData(), stdout);
@@ -122,13 +133,18 @@ int main(int argc, char **argv)
         Stampa(QString::number(ProveMemoria()[prova].misura(int(dove))) + u'\n');
         return 0;
     }
-    if (!ModuloTag::CaricaTag(QCoreApplication::applicationDirPath() + u"/../bin/tag html.db"_s).Riuscito())
+    ModuloDichiarazioni::ImpostaCartellaProgramma(QCoreApplication::applicationDirPath() + u"/../bin"_s);
+    QApplication::setCursorFlashTime(0);
+    if (!ModuloTag::CaricaTag(ModuloDichiarazioni::CartellaProgramma() + u"/tag html.db"_s).Riuscito())
         qFatal("no knowledge base beside the program");
     Orologio::diProcessore = opzioni.isSet(processore);
 
     std::vector<Prova> prove = Prove();
     std::erase_if(prove, [&](const Prova &prova) { return !prova.nome.contains(opzioni.value(filtro)); });
     std::vector<std::vector<std::optional<double>>> tempi(prove.size());
+    std::vector<BancoBattitura::Prova> battute = BancoBattitura::Prove();
+    std::erase_if(battute, [&](const auto &prova) { return !prova.nome.contains(opzioni.value(filtro)); });
+    std::vector<std::vector<std::optional<double>>> tempiBattute(battute.size());
     std::vector<std::vector<std::optional<double>>> memorie(ProveMemoria().size());
     const auto misuraMemoria = [&](size_t prova) { return ProveMemoria()[prova].nome.contains(opzioni.value(filtro)); };
     QStringList nomi;
@@ -136,11 +152,16 @@ int main(int argc, char **argv)
         const Colonna &questa = Colonne()[i];
         nomi += questa.nome;
         const bool misura = questa.nome.contains(opzioni.value(colonna));
-        BancoControllo banco;
-        if (misura)
+        if (prove.empty() || !misura) {
+            for (auto &righe : tempi)
+                righe.push_back(std::nullopt);
+        } else {
+            BancoControllo banco;
             banco.Prepara(PaginaDi(questa));
-        for (size_t j = 0; j < prove.size(); ++j)
-            tempi[j].push_back(misura ? std::optional(prove[j].misura(banco)) : std::nullopt);
+            for (size_t j = 0; j < prove.size(); ++j)
+                tempi[j].push_back(prove[j].misura(banco));
+        }
+        MisuraBattute(battute, misura && !questa.rigaSola ? PaginaDi(questa) : QString(), tempiBattute);
         for (size_t j = 0; j < memorie.size(); ++j) {
             // Ten thousand records scattered over a page without room for them are nobody's work.
             memorie[j].push_back(misura && misuraMemoria(j) && (j == 0 || questa.nome == u"1 MB"_s) ? MemoriaDi(j, i)
@@ -153,6 +174,8 @@ int main(int argc, char **argv)
                     nomi, {{3, 2}, {6, 5}});
     for (size_t j = 0; j < prove.size(); ++j)
         tabella.Riga(prove[j].nome, u"ms"_s, tempi[j]);
+    for (size_t j = 0; j < battute.size(); ++j)
+        tabella.Riga(battute[j].nome, u"ms"_s, tempiBattute[j]);
     for (size_t j = 0; j < memorie.size(); ++j) {
         if (misuraMemoria(j))
             tabella.Riga(ProveMemoria()[j].nome, u"MB"_s, memorie[j]);

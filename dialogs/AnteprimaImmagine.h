@@ -26,7 +26,6 @@ public:
     /// Fitted: as large as the area allows, up to Massimo, and again when the area's size changes. Else: at its own
     /// size.
     void ImpostaAdattata(bool adattata);
-    [[nodiscard]] bool Adattata() const { return m_adattata; }
     /// One step up or down; the middle of what is seen stays where it is. Ends at Minimo and Massimo.
     void Ingrandisci();
     void Rimpicciolisci();

@@ -155,7 +155,7 @@ void TastiPagina::Rilasciato(const EventoTasto &tasto)
     } else if (tasto.testo == u"="_s && luogo.stato == Stato::Uguale) {
         Uguale(luogo);
     } else if (!tasto.testo.isEmpty() && !(tasto.shift & Ctrl)) {
-        ColoraTesto::ColoraBattuta(m_pad);
+        ColoraTesto::ColoraBattuta(m_pad, luogo);
     }
 }
 

@@ -67,7 +67,11 @@ ColoreBgr ColoraTesto::ColoreDi(Segno segno)
 
 void ColoraTesto::ColoraBattuta(RichTextBox *editor)
 {
-    const Luogo luogo = ContestoTag::LuogoDi(editor);
+    ColoraBattuta(editor, ContestoTag::LuogoDi(editor));
+}
+
+void ColoraTesto::ColoraBattuta(RichTextBox *editor, const Luogo &luogo)
+{
     if (!luogo.InTag() || luogo.nome.isEmpty())
         return;
     const QString tag = editor->Parte(luogo.apertura, editor->SelStart() - luogo.apertura) + Seguito(luogo);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "html/LuogoTag.h"
 #include "html/Scansione.h"
 #include "platform/Aspetto.h"
 
@@ -15,5 +16,7 @@ namespace ColoraTesto
 /// has its colour at once. One that is being written and is not known is black; nothing is noted or marked as wrong.
 /// Costs time in proportion to the tag, and nothing for one that is very long.
 void ColoraBattuta(RichTextBox *editor);
+/// The same for who knows where the caret stands.
+void ColoraBattuta(RichTextBox *editor, const LetturaTag::Luogo &luogo);
 
 } // namespace ColoraTesto

@@ -54,14 +54,4 @@ template <typename Testo>
     return spazio < 0 ? QString() : testo.Parte(spazio + 1, caretto - spazio - 1).remove(u'=');
 }
 
-/// Whether a ">" typed at the caret would stand in a double-quoted value of the tag around it.
-template <typename Testo>
-[[nodiscard]] bool DentroVirgolette(const Testo &testo, int caretto)
-{
-    bool dentro = false;
-    for (int i = testo.CercaIndietro(u'<', caretto); i >= 0 && i < caretto; ++i)
-        dentro ^= testo.Unita(i) == u'"';
-    return dentro;
-}
-
 } // namespace LetturaTag

@@ -58,12 +58,6 @@ public:
             std::fill_n(m_dati.data() + da + prima + Buco(), quanti - prima, valore);
     }
 
-    /// The values before and after the gap, for readers that want no copy. Valid until the next change.
-    [[nodiscard]] const T *primaParte() const { return m_dati.data(); }
-    [[nodiscard]] qsizetype primaLunghezza() const { return m_inizio; }
-    [[nodiscard]] const T *secondaParte() const { return m_dati.data() + m_fine; }
-    [[nodiscard]] qsizetype secondaLunghezza() const { return qsizetype(m_dati.size()) - m_fine; }
-
 private:
     [[nodiscard]] qsizetype Buco() const { return m_fine - m_inizio; }
 
@@ -79,7 +73,7 @@ private:
 
     void Allarga(qsizetype serve)
     {
-        const qsizetype coda = secondaLunghezza();
+        const qsizetype coda = qsizetype(m_dati.size()) - m_fine;
         // An eighth of slack: a growing text is copied a bounded number of times, and memory stays near the text's
         // size.
         const qsizetype nuova = m_inizio + coda + serve + std::max<qsizetype>(4096, (m_inizio + coda) / 8);

@@ -43,8 +43,6 @@ public:
     /// How many of the breaks 0 .. \a interruzione - 1 end no line.
     [[nodiscard]] int NonRighePrima(int interruzione) const;
 
-    [[nodiscard]] bool SoloCrLf() const { return m_eccezioni.empty(); }
-
 private:
     struct Eccezione {
         int dove = 0;

@@ -224,6 +224,9 @@ private:
     template <typename Cambia>
     void CambiaSelezione(Cambia cambia);
     void AspettiCambiati(int da, int quanti);
+    /// Repaints the line that these units stand in; false when they stand in several.
+    bool RidisegnaRiga(int da, int quanti);
+    [[nodiscard]] int RigheInVista() const;
     void AggiornaBlocchiVisibili();
     [[nodiscard]] int ImprontaAspetti(const QTextBlock &blocco) const;
     [[nodiscard]] QList<QTextLayout::FormatRange> Formati(const QTextBlock &blocco) const;
@@ -247,6 +250,7 @@ private:
     Attesa *m_attesa = nullptr;
     bool m_interno = false; ///< the document is being changed without a change of the text
     bool m_ridisegnoChiesto = false;
+    int m_righeChieste = 0;                             ///< since the last painting
     std::optional<std::pair<int, Aspetto>> m_battitura; ///< typing look and the caret position that it holds for
     std::function<bool(int)> m_ricomincia;
     int m_ultimoBlocco = -1;               ///< block of the last change, to be put in order afterwards

@@ -10,6 +10,19 @@
 #include <algorithm>
 #include <array>
 
+namespace
+{
+
+constexpr int RigheSingole = 8; ///< changes of looks whose lines are asked for one by one before all are
+
+/// As it was laid out; 0 when it was not yet.
+qreal AltezzaRiga(const QTextBlock &blocco)
+{
+    return blocco.layout()->lineCount() > 0 ? blocco.layout()->lineAt(0).height() : 0;
+}
+
+} // namespace
+
 template <typename Cambia>
 void RichTextBox::CambiaAspetti(int da, int quanti, Cambia cambia)
 {
@@ -60,10 +73,29 @@ void RichTextBox::ImpostaAspetto(int da, int quanti, const Aspetto &aspetto)
 void RichTextBox::AspettiCambiati(int da, int quanti)
 {
     SegnaRtf(da, Lunghezza() - da - quanti);
-    if (!m_ridisegnoChiesto) {
-        m_ridisegnoChiesto = true;
-        viewport()->update();
+    if (m_ridisegnoChiesto || (m_righeChieste++ < RigheSingole && RidisegnaRiga(da, quanti)))
+        return;
+    m_ridisegnoChiesto = true;
+    viewport()->update();
+}
+
+// A letter that gets its colour is one line of the view; all of them cost ten times as much.
+bool RichTextBox::RidisegnaRiga(int da, int quanti)
+{
+    const QTextBlock blocco = document()->findBlock(InDocumento(da));
+    if (da + quanti > InizioBlocco(blocco) + blocco.length())
+        return false;
+    const int riga = blocco.blockNumber() - firstVisibleBlock().blockNumber();
+    if (riga >= 0 && riga <= RigheInVista()) {
+        const QRectF area = blockBoundingGeometry(blocco).translated(contentOffset());
+        viewport()->update(QRect(0, int(area.top()) - 1, viewport()->width(), int(area.height()) + 3));
     }
+    return true;
+}
+
+int RichTextBox::RigheInVista() const
+{
+    return viewport()->height() / std::max(1, fontMetrics().height()) + 2;
 }
 
 quint8 RichTextBox::AspettoBattitura(int posizione) const
@@ -160,8 +192,7 @@ void RichTextBox::AggiornaBlocchiVisibili()
         m_formati.push_back(formato);
     }
     QTextBlock blocco = firstVisibleBlock();
-    const int righe = viewport()->height() / std::max(1, fontMetrics().height()) + 2;
-    m_disposizione->Trattieni(blocco.blockNumber(), blocco.blockNumber() + righe);
+    m_disposizione->Trattieni(blocco.blockNumber(), blocco.blockNumber() + RigheInVista());
     qreal cima = blockBoundingGeometry(blocco).translated(contentOffset()).top();
     while (blocco.isValid() && cima < viewport()->height()) {
         // A block in which an input method composes carries formats of its own until the text is committed.
@@ -170,8 +201,14 @@ void RichTextBox::AggiornaBlocchiVisibili()
             if (blocco.userState() != impronta) {
                 blocco.setUserState(impronta);
                 const QList<QTextLayout::FormatRange> formati = Formati(blocco);
-                if (blocco.layout()->formats() != formati)
+                if (blocco.layout()->formats() != formati) {
+                    const qreal altezza = AltezzaRiga(blocco);
                     m_disposizione->ImpostaFormati(blocco, formati);
+                    // A bold letter of a higher font moves the lines below.
+                    (void)blockBoundingRect(blocco);
+                    if (altezza > 0 && AltezzaRiga(blocco) != altezza)
+                        viewport()->update();
+                }
             }
         }
         cima += blockBoundingRect(blocco).height();
@@ -182,6 +219,7 @@ void RichTextBox::AggiornaBlocchiVisibili()
 void RichTextBox::paintEvent(QPaintEvent *evento)
 {
     m_ridisegnoChiesto = false;
+    m_righeChieste = 0;
     AggiornaBlocchiVisibili();
     QPlainTextEdit::paintEvent(evento);
 }

@@ -1,8 +1,11 @@
 #include "platform/RichTextBox.h"
 #include "platform/Rtf.h"
 
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QTest>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -61,6 +64,42 @@ private slots:
             const int x = m_pad->PosizioneDaCarattere(i).x() + m_pad->horizontalScrollBar()->value();
             QVERIFY2(x >= 0 && x <= larghezza, qPrintable(u"%1: %2"_s.arg(i).arg(x)));
         }
+    }
+
+    // A letter that gets its colour must not cost the view; whatever changed must be painted.
+    void aLookRepaintsItsLines()
+    {
+        struct Dipinti : QObject {
+            QRegion area;
+            bool eventFilter(QObject *, QEvent *evento) override
+            {
+                if (evento->type() == QEvent::Paint)
+                    area += static_cast<QPaintEvent *>(evento)->region();
+                return false;
+            }
+        } dipinti;
+        m_pad->ImpostaText(u"testo\r\n"_s.repeated(60));
+        m_pad->viewport()->installEventFilter(&dipinti);
+        const auto area = [&](const std::function<void()> &cambia) {
+            QCoreApplication::processEvents();
+            dipinti.area = {};
+            cambia();
+            QCoreApplication::processEvents();
+            return dipinti.area.boundingRect();
+        };
+        const Aspetto rosso{.colore = 0x0000FF};
+        const QRect riga = area([&] { m_pad->ImpostaAspetto(15, 2, rosso); });
+        const int cima = m_pad->PosizioneDaCarattere(14).y() - m_pad->viewport()->y();
+        QVERIFY(riga.top() <= cima && riga.bottom() >= cima + m_pad->fontMetrics().height());
+        const QRect vista = m_pad->viewport()->rect();
+        QVERIFY(riga.height() < 2 * m_pad->fontMetrics().height() && riga.width() == vista.width());
+        QCOMPARE(area([&] { m_pad->ImpostaAspetto(7 * 50, 2, rosso); }), QRect()); // not in view
+        QCOMPARE(area([&] { m_pad->ImpostaAspetto(15, 20, rosso); }), vista);
+        QCOMPARE(area([&] {
+                     for (int i = 0; i < 30; ++i)
+                         m_pad->ImpostaAspetto(7 * i, 1, rosso);
+                 }),
+                 vista);
     }
 
     // Line ends of every kind come to stand at the borders between what is written at once.
