@@ -20,8 +20,9 @@ void Critico(QWidget *finestra, const QString &testo);
 [[nodiscard]] bool ChiediConferma(QWidget *finestra);
 
 /// A question with buttons of its own, given by the numbers of their texts; the number of the chosen one. \a rinuncia
-/// is the last button, which Escape and the close box stand for too. Who was typing when it came up answers nothing by
-/// that: keys count from the first pause on.
+/// is the last button, which Enter, Escape and the close box stand for too. Who was typing when it came up answers
+/// nothing by that: keys count from the first pause on, what writes never does, and all that is no answer reaches
+/// \a finestra afterwards.
 [[nodiscard]] qint16 Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia);
 
 } // namespace Domande

@@ -1,5 +1,7 @@
 #include "app/GuardiaFile.h"
 
+#include "platform/TastiDopoDialogo.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
@@ -32,12 +34,18 @@ bool GuardiaFile::eventFilter(QObject *oggetto, QEvent *evento)
     return QObject::eventFilter(oggetto, evento);
 }
 
+void GuardiaFile::Guarda()
+{
+    m_attesa.start(Ripresa);
+}
+
 void GuardiaFile::Prova()
 {
     if (!m_finestra->isVisible())
         return;
     const bool disturba = QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
-                          QApplication::mouseButtons() != Qt::NoButton || m_occupata();
+                          QApplication::mouseButtons() != Qt::NoButton || m_occupata() ||
+                          TastiDopoDialogo::SiScrive() || TastiDopoDialogo::Restituisce();
     if (disturba)
         m_attesa.start(Ripresa);
     else

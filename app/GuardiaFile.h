@@ -8,7 +8,7 @@
 class QWidget;
 
 /// Says when the file of the page is to be looked at: when its window becomes the active one, as soon as nothing is
-/// open or under way there that a question would disturb.
+/// open or under way there that a question would disturb, and nobody is typing.
 class GuardiaFile : public QObject
 {
     Q_OBJECT
@@ -18,6 +18,9 @@ public:
     GuardiaFile(QWidget *finestra, std::function<bool()> occupata);
 
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+    /// Once more, as soon as that is so.
+    void Guarda();
 
 signals:
     void DaGuardare();
