@@ -90,7 +90,8 @@ private:
             m_desta = risponde && (!scrive || preme);
             m_mossa = m_desta && (m_mossa || Muove(tasto.key()));
         }
-        if (!m_desta)
+        // The release of what went down before writes nothing.
+        if (!m_desta && (tasto.type() == QEvent::KeyPress || !m_scritti.empty()))
             m_scritti.emplace_back(tasto.clone());
         return !m_desta;
     }

@@ -36,7 +36,8 @@ bool GuardiaFile::eventFilter(QObject *oggetto, QEvent *evento)
 
 void GuardiaFile::Guarda()
 {
-    m_attesa.start(Ripresa);
+    m_chiesto = true;
+    m_attesa.start(0);
 }
 
 void GuardiaFile::Prova()
@@ -45,9 +46,11 @@ void GuardiaFile::Prova()
         return;
     const bool disturba = QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
                           QApplication::mouseButtons() != Qt::NoButton || m_occupata() ||
-                          TastiDopoDialogo::SiScrive() || TastiDopoDialogo::Restituisce();
-    if (disturba)
+                          (TastiDopoDialogo::SiScrive() && !m_chiesto) || TastiDopoDialogo::Restituisce();
+    if (disturba) {
         m_attesa.start(Ripresa);
-    else
-        emit DaGuardare();
+        return;
+    }
+    m_chiesto = false;
+    emit DaGuardare();
 }

@@ -19,7 +19,7 @@ public:
 
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
 
-    /// Once more, as soon as that is so.
+    /// Once more, as soon as nothing is open or under way.
     void Guarda();
 
 signals:
@@ -31,4 +31,5 @@ private:
     QWidget *m_finestra;
     std::function<bool()> m_occupata;
     QTimer m_attesa;
+    bool m_chiesto = false; ///< the look is not one of its own
 };

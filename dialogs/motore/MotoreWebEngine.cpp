@@ -107,7 +107,10 @@ void MotoreWebEngine::CollegaPagina()
         m_ripresa.Concludi(*m_pagina);
         m_ospite.NavigazioneFinita();
     });
-    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] { m_ospite.DisegnoPerduto(); });
+    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] {
+        m_ripresa.Annota(*m_pagina); // the next process begins at the top
+        m_ospite.DisegnoPerduto();
+    });
     connect(m_pagina, &QWebEnginePage::titleChanged, this, [this](const QString &titolo) {
         // A page without a title gets its address for one.
         const auto pagina = [](const QUrl &indirizzo) { return indirizzo.adjusted(QUrl::RemoveFragment); };
