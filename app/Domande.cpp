@@ -81,7 +81,8 @@ private:
     {
         constexpr qint64 pausa = 500; // ms
         constexpr Qt::KeyboardModifiers comando = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-        const bool risponde = m_desta || m_quiete.hasExpired(pausa);
+        const bool risponde =
+            m_desta || m_quiete.hasExpired(pausa) || (tasto.key() == Qt::Key_Escape && m_scritti.empty());
         m_quiete.restart();
         const QString testo = tasto.text();
         const bool scrive = !(tasto.modifiers() & comando) && !testo.isEmpty() && testo[0].isPrint();
@@ -137,7 +138,8 @@ bool Domande::ChiediConferma(QWidget *finestra)
     return domanda.exec() == QMessageBox::Yes;
 }
 
-qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia)
+qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia,
+                       qint16 predefinito)
 {
     const QPointer<DopoUnaPausa> domanda = new DopoUnaPausa(testo, finestra);
     domanda->setObjectName(u"Messaggio"_s);
@@ -147,7 +149,7 @@ qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint
         numeri.insert(domanda->Aggiungi(bottone, QMessageBox::AcceptRole), bottone);
     QPushButton *ultimo = domanda->Aggiungi(rinuncia, QMessageBox::RejectRole);
     domanda->setEscapeButton(ultimo);
-    domanda->setDefaultButton(ultimo);
+    domanda->setDefaultButton(qobject_cast<QPushButton *>(numeri.key(predefinito, ultimo)));
     domanda->exec();
     if (!domanda)
         return rinuncia;
