@@ -10,12 +10,18 @@
 #include <QFileInfo>
 #include <QLibrary>
 
+#include <cerrno>
 #include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
+
+constexpr int NonRiuscito = 2; // exit status
 
 void Scrivi(std::FILE *dove, const QString &testo)
 {
@@ -42,10 +48,37 @@ int AvviaFinestre(const QString &cartella, int argc, char **argv)
     return ingresso(argc, argv);
 }
 
+/// Who starts the program with one of the three closed must not have a file of ours in its place: what is opened here
+/// can neither be read nor written.
+void OccupaChiusi()
+{
+    for (const int numero : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(numero, F_GETFD) == -1)
+            (void)open("/dev/null", numero == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+int Rispondi(const RigaComando &riga, const QString &cartella)
+{
+    if (riga.errore != 0) {
+        const QString oggetto = NomiFile::Leggibile(riga.oggettoErrore);
+        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).replace(u"%1"_s, oggetto) + u"\n"_s);
+        return NonRiuscito;
+    }
+    if (riga.verifica && !riga.aiuto && !riga.versione)
+        return VerificaFile::Esegui(riga, cartella);
+    if (riga.aiuto)
+        Scrivi(stdout, RigaComando::Aiuto(u"velloro"_s));
+    else
+        Scrivi(stdout, u"Velloro "_s + QStringLiteral(VELLORO_VERSIONE) + u"\n"_s);
+    return 0;
+}
+
 } // namespace
 
 int Avvio::Main(int argc, char **argv)
 {
+    OccupaChiusi();
     const QString cartella = CartellaDi(argv[0]);
     RigaComando riga = RigaComando::Leggi(RigaComando::Argomenti(argc, argv));
     if (!riga.SenzaFinestre())
@@ -55,18 +88,14 @@ int Avvio::Main(int argc, char **argv)
     const ModuloPrincipale::EsitoCaricamento esito = ModuloPrincipale::CaricaPerAvvio(cartella, riga.lingua);
     if (!esito.Riuscito()) {
         Scrivi(stderr, esito.errore + u"\n"_s);
-        return 2;
+        return NonRiuscito;
     }
-    if (riga.errore != 0) {
-        const QString oggetto = NomiFile::Leggibile(riga.oggettoErrore);
-        Scrivi(stderr, ModuloPrincipale::Messaggio(riga.errore).replace(u"%1"_s, oggetto) + u"\n"_s);
-        return 2;
-    }
-    if (riga.verifica && !riga.aiuto && !riga.versione)
-        return VerificaFile::Esegui(riga, cartella);
-    if (riga.aiuto)
-        Scrivi(stdout, RigaComando::Aiuto(u"velloro"_s));
-    else
-        Scrivi(stdout, u"Velloro "_s + QStringLiteral(VELLORO_VERSIONE) + u"\n"_s);
-    return 0;
+    const int stato = Rispondi(riga, cartella);
+    // An answer that nobody can read must not look like one.
+    const int errore = std::fflush(stdout) == 0 ? 0 : errno;
+    if (errore == 0 && std::ferror(stdout) == 0)
+        return stato;
+    const QString motivo = ModuloPrincipale::Messaggio(errore == ENOSPC ? 331 : 336);
+    Scrivi(stderr, ModuloPrincipale::Messaggio(395).arg(motivo) + u"\n"_s);
+    return NonRiuscito;
 }

@@ -2,6 +2,7 @@
 
 #include "app/TabellaLingua.h"
 #include "dialogs/Pezzi.h"
+#include "platform/TastiDopoDialogo.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -31,8 +32,9 @@ protected:
     void reject() override {}
 };
 
-/// A question that may come up while somebody types: keys that follow each other without a pause from before it was
-/// there are no answer.
+/// A question that may come up while somebody types. Keys that follow each other without a pause from before it was
+/// there are no answer, and neither is what writes: they are kept for the page. Nobody types Enter, Escape or an arrow
+/// after a pause, or a blank on a button that he went to, without looking.
 class DopoUnaPausa : public QMessageBox
 {
 public:
@@ -47,6 +49,7 @@ public:
         bottone->installEventFilter(this);
         return bottone;
     }
+    [[nodiscard]] TastiDopoDialogo::Tasti &Scritti() { return m_scritti; }
 
 protected:
     bool event(QEvent *evento) override
@@ -59,24 +62,49 @@ protected:
     bool eventFilter(QObject *oggetto, QEvent *evento) override
     {
         const bool tasto = evento->type() == QEvent::KeyPress || evento->type() == QEvent::KeyRelease;
-        return (tasto && !Conta()) || QMessageBox::eventFilter(oggetto, evento);
+        return (tasto && Tiene(static_cast<QKeyEvent &>(*evento))) || QMessageBox::eventFilter(oggetto, evento);
     }
     void keyPressEvent(QKeyEvent *evento) override
     {
-        if (Conta())
+        if (!Tiene(*evento))
             QMessageBox::keyPressEvent(evento);
+    }
+    void keyReleaseEvent(QKeyEvent *evento) override
+    {
+        if (!Tiene(*evento))
+            QMessageBox::keyReleaseEvent(evento);
     }
 
 private:
-    [[nodiscard]] bool Conta()
+    /// Whether \a tasto is no answer; it is kept then.
+    [[nodiscard]] bool Tiene(const QKeyEvent &tasto)
     {
         constexpr qint64 pausa = 500; // ms
-        m_desta = m_desta || m_quiete.restart() >= pausa;
-        return m_desta;
+        constexpr Qt::KeyboardModifiers comando = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+        const bool risponde =
+            m_desta || m_quiete.hasExpired(pausa) || (tasto.key() == Qt::Key_Escape && m_scritti.empty());
+        m_quiete.restart();
+        const QString testo = tasto.text();
+        const bool scrive = !(tasto.modifiers() & comando) && !testo.isEmpty() && testo[0].isPrint();
+        const bool preme = tasto.key() == Qt::Key_Space && m_mossa;
+        if (tasto.type() == QEvent::KeyPress) {
+            m_desta = risponde && (!scrive || preme);
+            m_mossa = m_desta && (m_mossa || Muove(tasto.key()));
+        }
+        // The release of what went down before writes nothing.
+        if (!m_desta && (tasto.type() == QEvent::KeyPress || !m_scritti.empty()))
+            m_scritti.emplace_back(tasto.clone());
+        return !m_desta;
+    }
+    [[nodiscard]] static bool Muove(int tasto)
+    {
+        return tasto == Qt::Key_Tab || tasto == Qt::Key_Backtab || (tasto >= Qt::Key_Left && tasto <= Qt::Key_Down);
     }
 
     QElapsedTimer m_quiete;
-    bool m_desta = false;
+    TastiDopoDialogo::Tasti m_scritti;
+    bool m_desta = false; ///< keys answer
+    bool m_mossa = false; ///< the user went to a button
 };
 
 } // namespace
@@ -110,7 +138,8 @@ bool Domande::ChiediConferma(QWidget *finestra)
     return domanda.exec() == QMessageBox::Yes;
 }
 
-qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia)
+qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia,
+                       qint16 predefinito)
 {
     const QPointer<DopoUnaPausa> domanda = new DopoUnaPausa(testo, finestra);
     domanda->setObjectName(u"Messaggio"_s);
@@ -120,8 +149,12 @@ qint16 Domande::Scegli(QWidget *finestra, const QString &testo, const QList<qint
         numeri.insert(domanda->Aggiungi(bottone, QMessageBox::AcceptRole), bottone);
     QPushButton *ultimo = domanda->Aggiungi(rinuncia, QMessageBox::RejectRole);
     domanda->setEscapeButton(ultimo);
+    domanda->setDefaultButton(qobject_cast<QPushButton *>(numeri.key(predefinito, ultimo)));
     domanda->exec();
-    const qint16 scelto = domanda ? numeri.value(domanda->clickedButton(), rinuncia) : rinuncia;
+    if (!domanda)
+        return rinuncia;
+    const qint16 scelto = numeri.value(domanda->clickedButton(), rinuncia);
+    TastiDopoDialogo::Restituisci(finestra, std::move(domanda->Scritti()));
     delete domanda.data();
     return scelto;
 }

@@ -20,8 +20,11 @@ void Critico(QWidget *finestra, const QString &testo);
 [[nodiscard]] bool ChiediConferma(QWidget *finestra);
 
 /// A question with buttons of its own, given by the numbers of their texts; the number of the chosen one. \a rinuncia
-/// is the last button, which Escape and the close box stand for too. Who was typing when it came up answers nothing by
-/// that: keys count from the first pause on.
-[[nodiscard]] qint16 Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia);
+/// is the last button, which Escape and the close box stand for too; Enter stands for \a predefinito, else for that
+/// as well. Who was typing when it came up answers
+/// nothing by that: keys count from the first pause on, what writes never does, and all that is no answer reaches
+/// \a finestra afterwards.
+[[nodiscard]] qint16 Scegli(QWidget *finestra, const QString &testo, const QList<qint16> &bottoni, qint16 rinuncia,
+                            qint16 predefinito = 0);
 
 } // namespace Domande

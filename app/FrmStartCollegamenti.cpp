@@ -104,8 +104,9 @@ void FrmStart::CollegaPagina()
         MostraTempoCaricamento(percorso);
         m_recupero->Salvata();
     });
-    const auto *guardia = new GuardiaFile(this, [] { return Stato().ControlloInCorso || FrmComplete::Corrente(); });
+    auto *guardia = new GuardiaFile(this, [] { return Stato().ControlloInCorso || FrmComplete::Corrente(); });
     connect(guardia, &GuardiaFile::DaGuardare, m_pagina, &PaginaCorrente::GuardaFile);
+    connect(m_pagina, &PaginaCorrente::DaRicaricare, guardia, &GuardiaFile::Guarda);
 }
 
 void FrmStart::CollegaModifica()

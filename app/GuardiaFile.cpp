@@ -1,5 +1,7 @@
 #include "app/GuardiaFile.h"
 
+#include "platform/TastiDopoDialogo.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
@@ -32,14 +34,23 @@ bool GuardiaFile::eventFilter(QObject *oggetto, QEvent *evento)
     return QObject::eventFilter(oggetto, evento);
 }
 
+void GuardiaFile::Guarda()
+{
+    m_chiesto = true;
+    m_attesa.start(0);
+}
+
 void GuardiaFile::Prova()
 {
     if (!m_finestra->isVisible())
         return;
     const bool disturba = QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
-                          QApplication::mouseButtons() != Qt::NoButton || m_occupata();
-    if (disturba)
+                          QApplication::mouseButtons() != Qt::NoButton || m_occupata() ||
+                          (TastiDopoDialogo::SiScrive() && !m_chiesto) || TastiDopoDialogo::Restituisce();
+    if (disturba) {
         m_attesa.start(Ripresa);
-    else
-        emit DaGuardare();
+        return;
+    }
+    m_chiesto = false;
+    emit DaGuardare();
 }

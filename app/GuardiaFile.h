@@ -8,7 +8,7 @@
 class QWidget;
 
 /// Says when the file of the page is to be looked at: when its window becomes the active one, as soon as nothing is
-/// open or under way there that a question would disturb.
+/// open or under way there that a question would disturb, and nobody is typing.
 class GuardiaFile : public QObject
 {
     Q_OBJECT
@@ -19,6 +19,9 @@ public:
 
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
 
+    /// Once more, as soon as nothing is open or under way.
+    void Guarda();
+
 signals:
     void DaGuardare();
 
@@ -28,4 +31,5 @@ private:
     QWidget *m_finestra;
     std::function<bool()> m_occupata;
     QTimer m_attesa;
+    bool m_chiesto = false; ///< the look is not one of its own
 };

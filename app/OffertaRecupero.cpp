@@ -1,12 +1,10 @@
 #include "app/OffertaRecupero.h"
 
+#include "app/Domande.h"
 #include "app/TabellaLingua.h"
 #include "platform/NomiFile.h"
 
-#include <QApplication>
 #include <QLocale>
-#include <QMessageBox>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using ModuloPrincipale::Messaggio;
@@ -14,7 +12,10 @@ using ModuloPrincipale::Messaggio;
 namespace
 {
 
-enum class Risposta { Recupera, Scarta, Dopo };
+// Buttons.
+constexpr qint16 Recupera = 211;
+constexpr qint16 Scarta = 212;
+constexpr qint16 Dopo = 278; // Escape's answer: nothing is lost by it
 
 /// The time is written by hand: Qt 6.4 does not know the words for parts of the day that some languages' formats ask
 /// for. Date and time stay on one line.
@@ -24,20 +25,12 @@ QString Quando(const QDateTime &quando)
            quando.time().toString(u"HH:mm"_s);
 }
 
-Risposta Domanda(QWidget *finestra, const VoceRecupero &pagina)
+/// Who types at once at the start means the page.
+qint16 Domanda(QWidget *finestra, const VoceRecupero &pagina)
 {
     const QString nome = pagina.FileCorrente.isEmpty() ? Messaggio(216) : NomiFile::Leggibile(pagina.FileCorrente);
-    QMessageBox domanda(QMessageBox::Question, QApplication::applicationName(),
-                        Messaggio(213).arg(nome, Quando(pagina.quando)), QMessageBox::NoButton, finestra);
-    domanda.setObjectName(u"DomandaRecupero"_s);
-    domanda.setTextFormat(Qt::PlainText);
-    const QAbstractButton *recupera = domanda.addButton(Messaggio(211), QMessageBox::AcceptRole);
-    const QAbstractButton *scarta = domanda.addButton(Messaggio(212), QMessageBox::DestructiveRole);
-    domanda.addButton(Messaggio(278), QMessageBox::RejectRole); // Escape's answer: nothing is lost by it
-    domanda.exec();
-    if (domanda.clickedButton() == recupera)
-        return Risposta::Recupera;
-    return domanda.clickedButton() == scarta ? Risposta::Scarta : Risposta::Dopo;
+    return Domande::Scegli(finestra, Messaggio(213).arg(nome, Quando(pagina.quando)), {Recupera, Scarta}, Dopo,
+                           Recupera);
 }
 
 } // namespace
@@ -46,18 +39,18 @@ std::optional<PaginaRecuperata> OffertaRecupero::Chiedi(QWidget *finestra,
                                                         const std::function<void(const PaginaRecuperata &)> &prendi)
 {
     for (VoceRecupero &voce : Recupero::DaOffrire()) {
-        const Risposta risposta = Domanda(finestra, voce);
-        if (risposta == Risposta::Dopo)
+        const qint16 risposta = Domanda(finestra, voce);
+        if (risposta == Dopo)
             continue;
         std::optional<PaginaRecuperata> pagina;
-        if (risposta == Risposta::Recupera) {
+        if (risposta == Recupera) {
             pagina = Recupero::Leggi(voce);
             if (!pagina) // it was whole a moment ago: it stays for another start
                 continue;
             prendi(*pagina);
         }
         Recupero::Scarta(std::move(voce));
-        if (risposta == Risposta::Recupera)
+        if (risposta == Recupera)
             return pagina;
     }
     return std::nullopt;

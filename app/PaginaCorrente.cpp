@@ -76,6 +76,7 @@ bool PaginaCorrente::Carica(const QString &percorso, bool senzaDomanda)
         emit Abbandonata();
     }
     emit InApertura();
+    m_daRicaricare = false;
     m_schede.Apri(percorso, testo, formato);
     m_file.Letta(percorso, foto, bool(esito));
     Pubblica();
@@ -166,6 +167,7 @@ bool PaginaCorrente::ChiediSalvataggio()
 
 void PaginaCorrente::Iniziata()
 {
+    m_daRicaricare = false;
     m_schede.Inizia(m_pad->Text());
     Pubblica();
 }

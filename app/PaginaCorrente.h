@@ -74,6 +74,8 @@ signals:
     /// The page stands in a file as it is now.
     void Salvata();
     void TitoloCambiato();
+    /// GuardaFile is to be called as soon as nothing is under way.
+    void DaRicaricare();
     /// For the status bar; the second one is on how the page was read, and holds as long as it is there.
     void Avviso(const QString &testo);
     void AvvisoLettura(const QString &testo);
@@ -87,6 +89,7 @@ private:
     enum class Passo { Scrivi, AltroNome, Rinuncia };
 
     bool Carica(const QString &percorso, bool senzaDomanda);
+    void CaricaAltra();
     void Ricarica();
     /// One look at the file by \a domanda.
     Mutamento Guarda(Mutamento (FileAperto::*domanda)());
@@ -107,4 +110,5 @@ private:
     QWidget *m_finestra;
     SchedePagina m_schede;
     FileAperto m_file;
+    bool m_daRicaricare = false; ///< the user wants the other one of the file
 };

@@ -8,6 +8,7 @@
 #include "platform/File_System.h"
 #include "platform/NomiFile.h"
 #include "platform/RichTextBox.h"
+#include "platform/TastiDopoDialogo.h"
 
 #include <QFileInfo>
 
@@ -152,6 +153,8 @@ Mutamento PaginaCorrente::Guarda(Mutamento (FileAperto::*domanda)())
 
 void PaginaCorrente::GuardaFile()
 {
+    if (m_daRicaricare)
+        return Ricarica();
     const Mutamento mutamento = Guarda(&FileAperto::Novita);
     if (mutamento == Mutamento::Nessuno)
         return;
@@ -164,7 +167,7 @@ void PaginaCorrente::GuardaFile()
         m_file.Detto(altro);
         break;
     case CaricaAltro:
-        Ricarica();
+        CaricaAltra();
         break;
     case AltroNome:
         SalvaConNome();
@@ -192,7 +195,7 @@ PaginaCorrente::Passo PaginaCorrente::PrimaDiScrivere()
         m_file.Detto(true);
         return Passo::Scrivi;
     case CaricaAltro:
-        Ricarica();
+        CaricaAltra();
         return Passo::Rinuncia;
     case AltroNome:
         return Passo::AltroNome;
@@ -201,9 +204,20 @@ PaginaCorrente::Passo PaginaCorrente::PrimaDiScrivere()
     }
 }
 
+/// What was typed into the question belongs to the own text, which undo brings back.
+void PaginaCorrente::CaricaAltra()
+{
+    m_daRicaricare = TastiDopoDialogo::Restituisce();
+    if (m_daRicaricare)
+        emit DaRicaricare();
+    else
+        Ricarica();
+}
+
 /// The view stays about where it was: the other text is mostly much the same.
 void PaginaCorrente::Ricarica()
 {
+    m_daRicaricare = false;
     const int caretto = m_pad->SelStart();
     const QPoint scorrimento = m_pad->PosizioneScorrimento();
     if (!Carica(m_file.Percorso(), false))
@@ -236,6 +250,7 @@ void PaginaCorrente::Registra(const QString &percorso, const ModuloPrincipale::R
     foto.dimensione = esito.byte;
     if (!m_schede.SenzaFile() && DatiFile::Di(percorso).StessoFile(DatiFile::Di(m_file.Percorso())))
         m_file.Scritta(foto);
+    m_daRicaricare = false;
     m_schede.Salvata(m_pad->Text(), percorso);
     Stato().FileSalvato = m_schede.AltroPosto();
     emit Salvata();

@@ -23,6 +23,7 @@ namespace
 constexpr int SenzaRiscontri = 0;
 constexpr int ConRiscontri = 1;
 constexpr int NonLetto = 2;
+constexpr QStringView Ingresso = u"-"; // the file that stands for standard input
 
 void Scrivi(std::FILE *dove, const QByteArray &byte)
 {
@@ -33,6 +34,7 @@ QString MotivoLettura(const QString &percorso, const ModuloPrincipale::Risultato
 {
     using ModuloPrincipale::EsitoLettura;
     const QString file = NomiFile::Leggibile(percorso);
+    const bool consentito = percorso == Ingresso || NomiFile::Consentito(percorso);
     switch (esito.esito) {
     case EsitoLettura::Cartella:
         return Messaggio(200).arg(file);
@@ -43,21 +45,29 @@ QString MotivoLettura(const QString &percorso, const ModuloPrincipale::Risultato
     case EsitoLettura::Inesistente:
         return Messaggio(202).arg(file, Messaggio(332));
     default:
-        return Messaggio(202).arg(file, Messaggio(NomiFile::Consentito(percorso) ? 336 : 330));
+        return Messaggio(202).arg(file, Messaggio(consentito ? 336 : 330));
     }
+}
+
+ModuloPrincipale::RisultatoLettura LeggiIngresso(QString &testo)
+{
+    using ModuloPrincipale::EsitoLettura;
+    QFile ingresso;
+    if (!ingresso.open(fileno(stdin), QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {EsitoLettura::NonLeggibile, ingresso.errorString()};
+    QByteArray byte;
+    const ModuloPrincipale::RisultatoLettura esito =
+        ModuloPrincipale::LeggiTutto(ingresso, byte, ModuloPrincipale::MassimoPagina);
+    FormatoPagina formato;
+    if (esito)
+        testo = Codifiche::TestoDaByte(byte, formato);
+    return esito;
 }
 
 bool Leggi(const QString &file, QString &testo)
 {
-    if (file == u"-"_s) {
-        QFile ingresso;
-        FormatoPagina formato;
-        if (!ingresso.open(stdin, QIODevice::ReadOnly))
-            return false;
-        testo = Codifiche::TestoDaByte(ingresso.readAll(), formato);
-        return true;
-    }
-    const ModuloPrincipale::RisultatoLettura esito = ModuloPrincipale::LeggiPagina(file, testo);
+    const ModuloPrincipale::RisultatoLettura esito =
+        file == Ingresso ? LeggiIngresso(testo) : ModuloPrincipale::LeggiPagina(file, testo);
     if (!esito)
         Scrivi(stderr, MotivoLettura(file, esito).toUtf8() + '\n');
     return bool(esito);

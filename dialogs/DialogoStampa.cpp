@@ -1,5 +1,7 @@
 #include "dialogs/DialogoStampa.h"
 
+#include "platform/IconeFile.h"
+
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
@@ -159,6 +161,7 @@ ModuloStampa::SceltaStampa ModuloStampa::DialogoStampa(QWidget *finestra, const 
     }
     Completa(dialogo, nomeFile);
     SeguiStampante(dialogo, salvate);
+    IconeFile::Imposta(&dialogo);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     scelta.soloSelezione = selezione && dispositivo.printRange() == QPrinter::Selection;

@@ -1,6 +1,7 @@
 #include "platform/Dialoghi.h"
 
 #include "platform/FiltriDialogo.h"
+#include "platform/IconeFile.h"
 #include "platform/NomiFile.h"
 
 #include <QCoreApplication>
@@ -125,6 +126,7 @@ void FermaElenco(const QFileDialog &dialogo)
 /// Every setting is made anew: Qt would else begin where the last dialog of any kind ended.
 void Prepara(QFileDialog &dialogo, const QString &filtro, const QString &cartella, const QString &nome)
 {
+    IconeFile::Imposta(&dialogo);
     dialogo.setOption(QFileDialog::DontResolveSymlinks);
     dialogo.setOption(QFileDialog::HideNameFilterDetails);
     const QStringList filtri = FiltriQt(filtro);

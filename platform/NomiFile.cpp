@@ -4,6 +4,7 @@
 #include <QStringConverter>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
@@ -128,7 +129,7 @@ bool NomiFile::Esiste(const QString &percorso)
 
 bool NomiFile::Consentito(const QString &percorso)
 {
-    return faccessat(AT_FDCWD, PerOspite(percorso).constData(), R_OK, AT_EACCESS) == 0;
+    return faccessat(AT_FDCWD, PerOspite(percorso).constData(), R_OK, AT_EACCESS) == 0 || errno != EACCES;
 }
 
 QStringList NomiFile::NonTesto(const QString &cartella)

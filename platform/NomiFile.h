@@ -28,7 +28,7 @@ namespace NomiFile
 
 /// Whether there is a file or folder \a percorso; a link to nothing counts as none.
 [[nodiscard]] bool Esiste(const QString &percorso);
-/// Whether the user may read it.
+/// Whether the user may read it, as far as the permissions go.
 [[nodiscard]] bool Consentito(const QString &percorso);
 
 /// The names of the regular files in \a cartella that are no text, sorted.

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace
 {
@@ -20,6 +21,9 @@ constexpr size_t MassimoChiuse = 8;
 constexpr int MassimaPresa = 500; // ms
 constexpr int Attesa = 10;        // ms, for a window that is to come
 constexpr int MassimeAttese = 300;
+constexpr int Pausa = 700; // ms; who types thinks longer than that between two thoughts only
+
+QPointer<TastiDopoDialogo> unico;
 
 // An event of the X11 protocol: what it is stands in its first byte, a key's window in its fourth word.
 constexpr uchar TastoPremuto = 2;
@@ -48,9 +52,28 @@ QWidget *WidgetDi(const QWindow *finestra)
 
 void TastiDopoDialogo::Attiva(std::function<bool()> occupato)
 {
-    static QPointer<TastiDopoDialogo> unico;
     if (!unico)
         unico = new TastiDopoDialogo(qApp, std::move(occupato));
+}
+
+void TastiDopoDialogo::Restituisci(QWidget *finestra, Tasti &&tasti)
+{
+    if (tasti.empty() || !unico)
+        return;
+    if (unico->m_restituiti.empty())
+        QTimer::singleShot(0, unico, &TastiDopoDialogo::Rendi);
+    unico->m_rendeA = finestra;
+    std::move(tasti.begin(), tasti.end(), std::back_inserter(unico->m_restituiti));
+}
+
+bool TastiDopoDialogo::Restituisce()
+{
+    return unico && !unico->m_restituiti.empty();
+}
+
+bool TastiDopoDialogo::SiScrive()
+{
+    return unico && unico->m_ultimoPremuto.isValid() && !unico->m_ultimoPremuto.hasExpired(Pausa);
 }
 
 TastiDopoDialogo::TastiDopoDialogo(QObject *applicazione, std::function<bool()> occupato)
@@ -161,11 +184,17 @@ bool TastiDopoDialogo::Estraneo(const QWindow *finestra, const QKeyEvent &tasto)
 bool TastiDopoDialogo::Tasto(QWindow *finestra, const QKeyEvent &tasto)
 {
     const bool chiusa = Passeggera(finestra) && !finestra->isVisible();
+    if (tasto.type() == QEvent::KeyPress)
+        m_ultimoPremuto.start();
     if (tasto.type() == QEvent::KeyPress && !tasto.isAutoRepeat())
         m_giu.insert(Tastiera::Identita(tasto), {finestra, Passeggera(finestra) && !chiusa});
     else if (Estraneo(finestra, tasto))
         return true;
     // What comes while others wait comes after them.
+    if (PrimaDi(chiusa ? nullptr : finestra)) {
+        m_restituiti.emplace_back(tasto.clone());
+        return true;
+    }
     if (!chiusa && m_tasti.empty())
         return false;
     m_tasti.emplace_back(tasto.clone());
@@ -213,6 +242,30 @@ void TastiDopoDialogo::Consegna()
         QWidget *fuoco = finestra->focusWidget();
         QCoreApplication::sendEvent(fuoco ? fuoco : finestra, tasto.get());
     }
+}
+
+/// Whether keys that were given back go before one that was typed in \a finestra now; null: in a window that is gone.
+bool TastiDopoDialogo::PrimaDi(const QWindow *finestra) const
+{
+    if (m_restituiti.empty() || !m_rendeA)
+        return false;
+    return finestra ? finestra == m_rendeA->windowHandle() : !QApplication::activeModalWidget();
+}
+
+void TastiDopoDialogo::Rendi()
+{
+    if (QApplication::activeModalWidget() || QApplication::activePopupWidget() || (m_occupato && m_occupato())) {
+        QTimer::singleShot(Attesa, this, &TastiDopoDialogo::Rendi);
+        return;
+    }
+    const std::unique_ptr<QEvent> tasto = std::move(m_restituiti.front());
+    m_restituiti.pop_front();
+    if (!m_restituiti.empty())
+        QTimer::singleShot(0, this, &TastiDopoDialogo::Rendi);
+    if (!m_rendeA)
+        return;
+    QWidget *fuoco = m_rendeA->focusWidget();
+    QCoreApplication::sendEvent(fuoco ? fuoco : m_rendeA.data(), tasto.get());
 }
 
 bool TastiDopoDialogo::Risponde(QMessageBox &messaggio, const QKeyEvent &tasto)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -30,6 +31,15 @@ public:
     /// events run in the middle of something that no key may touch.
     static void Attiva(std::function<bool()> occupato = {});
 
+    using Tasti = std::deque<std::unique_ptr<QEvent>>;
+    /// \a tasti were typed into a question that came up in between, and answer nothing: they reach \a finestra when no
+    /// dialog is open any more, before all that is typed there later.
+    static void Restituisci(QWidget *finestra, Tasti &&tasti);
+    /// Whether such keys are still on their way.
+    [[nodiscard]] static bool Restituisce();
+    /// Whether the last key went down so short a time ago that whoever typed it is in the middle of it.
+    [[nodiscard]] static bool SiScrive();
+
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
     /// Under X11 also the keys that were on their way when the dialog's window was taken down.
     bool nativeEventFilter(const QByteArray &tipo, void *messaggio, qintptr *risultato) override;
@@ -56,11 +66,16 @@ private:
     void Gira(int millisecondi = 0);
     [[nodiscard]] bool Verra() const;
     void Consegna();
+    void Rendi();
+    [[nodiscard]] bool PrimaDi(const QWindow *finestra) const;
 
     std::function<bool()> m_occupato;
     QHash<quint64, Pressione> m_giu;
     std::vector<Chiusa> m_chiuse; ///< windows taken down last
-    std::deque<std::unique_ptr<QEvent>> m_tasti;
+    Tasti m_tasti;
+    Tasti m_restituiti;            ///< in the order in which they were typed
+    QPointer<QWidget> m_rendeA;    ///< whom they are for
+    QElapsedTimer m_ultimoPremuto; ///< since a key last went down
     QPointer<QWindow> m_trattiene; ///< has every key of the display for a moment
     QTimer m_limite;
     bool m_gira = false;    ///< a round is to come

@@ -9,10 +9,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeDatabase>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -54,6 +56,7 @@ private slots:
         for (const QString &nome : {u"a.html"_s, u"B.HTML"_s, u"c.txt"_s, u"d"_s, u"senza"_s}) {
             QFile file(m_cartella.filePath(nome));
             QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("%PDF-1.4");
         }
         FormatoPagina formato;
         QVERIFY(ScriviTesto(u"x", m_cartella.filePath(NonTesto), formato));
@@ -176,12 +179,16 @@ private slots:
                 // Qt's list ends the program when its chosen file goes away.
                 auto *modello = dialogo->findChild<QFileSystemModel *>();
                 ferme += modello->testOption(QFileSystemModel::DontWatchForChanges);
+                // Which kind a file is of is not found by reading it: some of the system's let wait for ever.
+                nomi << dialogo->iconProvider()->type(QFileInfo(m_cartella.filePath(u"senza"_s)));
                 dialogo->reject();
             });
             QStringList risultato;
             ApriFileDialogo(nullptr, risultato, false, FiltroPagine, m_cartella.path(), u"a.html"_s, titolo);
             QCOMPARE(risultato, QStringList{QString()});
         }
+        const QString ignota = QMimeDatabase().mimeTypeForName(u"application/octet-stream"_s).comment();
+        QCOMPARE(nomi, (QStringList{ignota, ignota}));
         const QStringList resto{u"a.html"_s, u"HTML / ASP"_s, m_cartella.path()};
         QCOMPARE(ferme, 2);
         QCOMPARE(titoli, QStringList{u"Select File/s"_s} + resto + QStringList{u"Apri"_s} + resto);

@@ -5,6 +5,8 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QLabel>
+#include <QProcess>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -160,6 +162,7 @@ void tst_Motore::Scorrimento_data()
                righe
         << vai;
     QTest::newRow("refused navigation") << u"%1"_s + righe << vai + u";location='http://127.0.0.1:9/'"_s;
+    QTest::newRow("killed process") << u"%1"_s + righe << vai;
 }
 
 void tst_Motore::Scorrimento()
@@ -170,6 +173,12 @@ void tst_Motore::Scorrimento()
     Mostra(u"<script>onscroll=()=>setTimeout(()=>document.title='scorsa',100)</script>"_s + corpo.arg(u""_s) +
            poi.arg(gesto));
     QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"scorsa"_s, Attesa);
+    if (QTest::currentDataTag() == QByteArray("killed process")) {
+        // What draws pages is a child of the engine's own first processes.
+        const QString uccidi = u"for z in $(pgrep -P %1 QtWebEngine); do pgrep -P $z; done | xargs kill -9"_s;
+        QProcess::execute(u"/bin/sh"_s, {u"-c"_s, uccidi.arg(QCoreApplication::applicationPid())});
+        QTRY_VERIFY_WITH_TIMEOUT(m_finestra->findChild<QLabel *>()->isVisibleTo(m_finestra), Attesa);
+    }
     for (const QString &testo : {u"a"_s, u"ab "_s}) {
         Mostra(corpo.arg(testo) + poi.arg(u"document.title='a '+scrollY"_s));
         QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"a 700"_s, Attesa);

@@ -29,6 +29,7 @@ private slots:
         TogliRecuperi();
         m_domande.clear();
         m_risposte.clear();
+        m_nome.clear();
         m_file = m_cartella.filePath(u"%1.html"_s.arg(++m_volta));
         connect(&m_attesa, &QTimer::timeout, this, &TstPaginaCorrente::Rispondi);
         m_attesa.start(0);
@@ -93,6 +94,38 @@ private slots:
             QCOMPARE(Contenuto(m_file), "mio uno\r\n");
         }
         QFile::setPermissions(m_file, QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    // Who types on when the question comes up answers nothing, and finds it in the page afterwards.
+    void typedIntoTheQuestion_data()
+    {
+        QTest::addColumn<QList<int>>("risposte");
+        QTest::addColumn<QString>("testo");
+
+        QTest::newRow("later") << QList<int>{278} << u"mio <b>x y\r\n</b>uno\r"_s;
+        QTest::newRow("keep mine") << QList<int>{389} << u"mio <b>x y\r\n</b>uno\r"_s;
+        QTest::newRow("load the other") << QList<int>{390} << u"due\r"_s;
+        QTest::newRow("under another name, given up") << QList<int>{391, 314} << u"mio <b>x y\r\n</b>uno\r"_s;
+    }
+    void typedIntoTheQuestion()
+    {
+        QFETCH(QList<int>, risposte);
+        Aiuti::Scrivi(m_file, "uno\r\n");
+        FrmStart finestra(m_file);
+        Avvia(finestra);
+        RichTextBox *pad = finestra.PadCorrente();
+        QTest::keyClicks(pad, u"mio "_s);
+        m_battuti = u"<b>x y\r"_s;
+        m_risposte = risposte;
+        Cambia(u"altro"_s);
+        Attiva(finestra);
+        QTRY_COMPARE(m_risposte, QList<int>{});
+        QFETCH(QString, testo);
+        QTRY_COMPARE(pad->Text(), testo);
+        if (risposte == QList<int>{390}) {
+            QTest::keyClick(pad, Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(pad->Text(), u"mio <b>x y\r\n</b>uno\r"_s);
+        }
     }
 
     // A change so soon after the last look that it has the same time is no reason to be sure.
@@ -262,6 +295,7 @@ private:
             if (domanda->text() == Messaggio(qint16(numero)).arg(m_file))
                 m_domande += numero;
         }
+        QTest::keyClicks(domanda->focusWidget(), std::exchange(m_battuti, {}));
         const QString scelta = m_risposte.isEmpty() ? QString() : Messaggio(qint16(m_risposte.takeFirst()));
         for (QAbstractButton *bottone : domanda->buttons()) {
             if (bottone->text() == scelta)
@@ -275,6 +309,7 @@ private:
     QString m_file;
     QString m_nome; ///< for file dialogs; empty: they are given up
     QTimer m_attesa;
+    QString m_battuti; ///< into the next question, before it is answered
     QList<int> m_domande;
     QList<int> m_risposte;
     int m_volta = 0;

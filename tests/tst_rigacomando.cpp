@@ -130,6 +130,33 @@ private slots:
         QCOMPARE(due.errori, u"Only one page can be opened at a time.\n"_s);
     }
 
+    // An answer that could not be given, or a page that could not be read, is no good answer.
+    void brokenPipes_data()
+    {
+        QTest::addColumn<QString>("comando");
+        QTest::addColumn<QString>("errori");
+        QTest::newRow("full disk") << u"echo '<FOO>' | %1 --verifica - >/dev/full"_s
+                                   << u"Cannot write the output: the disk is full.\n"_s;
+        QTest::newRow("nothing found, nothing to write") << u"echo '<P>' | %1 --verifica - >/dev/full"_s << QString();
+        QTest::newRow("version on a full disk")
+            << u"%1 --version >/dev/full"_s << u"Cannot write the output: the disk is full.\n"_s;
+        QTest::newRow("closed output") << u"echo '<FOO>' | %1 --verifica - >&-"_s
+                                       << u"Cannot write the output: read or write error.\n"_s;
+        QTest::newRow("closed input") << u"%1 --verifica - <&-"_s << u"Cannot read '-': read or write error.\n"_s;
+        QTest::newRow("input is a folder") << u"%1 --verifica - </"_s << u"Cannot read '-': read or write error.\n"_s;
+    }
+
+    void brokenPipes()
+    {
+        QFETCH(QString, comando);
+        const QString programma = QStringLiteral("'" CARTELLA_PROGRAMMA "/velloro' --lingua=eng");
+        QProcess guscio;
+        guscio.start(u"/bin/sh"_s, {u"-c"_s, comando.arg(programma)});
+        QVERIFY(guscio.waitForFinished(30000));
+        QTEST(QString::fromUtf8(guscio.readAllStandardError()), "errori");
+        QCOMPARE(guscio.exitCode(), QString::fromLatin1(QTest::currentDataTag()).startsWith(u"nothing") ? 0 : 2);
+    }
+
     void userSettings()
     {
         QTemporaryDir casa;

@@ -93,7 +93,7 @@ void MotoreWebEngine::CreaPagina()
 {
     PaginaWeb *vecchia = m_pagina;
     if (vecchia)
-        m_ripresa.Annota(*vecchia);
+        m_ripresa.Annota(vecchia->scrollPosition());
     m_pagina = new PaginaWeb(m_profilo, this);
     CollegaPagina();
     m_vista->setPage(m_pagina);
@@ -103,11 +103,15 @@ void MotoreWebEngine::CreaPagina()
 
 void MotoreWebEngine::CollegaPagina()
 {
+    connect(m_pagina, &QWebEnginePage::scrollPositionChanged, this, [this](const QPointF &posto) { m_scorsa = posto; });
     connect(m_pagina, &QWebEnginePage::loadFinished, this, [this] {
         m_ripresa.Concludi(*m_pagina);
         m_ospite.NavigazioneFinita();
     });
-    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] { m_ospite.DisegnoPerduto(); });
+    connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] {
+        m_ripresa.Annota(m_scorsa); // the page itself does not know it any more
+        m_ospite.DisegnoPerduto();
+    });
     connect(m_pagina, &QWebEnginePage::titleChanged, this, [this](const QString &titolo) {
         // A page without a title gets its address for one.
         const auto pagina = [](const QUrl &indirizzo) { return indirizzo.adjusted(QUrl::RemoveFragment); };
@@ -122,7 +126,7 @@ void MotoreWebEngine::CollegaPagina()
 
 void MotoreWebEngine::Naviga(const QString &percorso, const QString &posto, const QString &codifica)
 {
-    m_ripresa.Annota(*m_pagina);
+    m_ripresa.Annota(m_pagina->scrollPosition());
     if (std::exchange(m_posto, posto) != posto)
         m_ripresa.Dimentica();
     if (m_pagina->Irrequieta())

@@ -41,6 +41,7 @@ private:
     PaginaWeb *m_pagina = nullptr;
     QWebEngineView *m_vista = nullptr;
     Ripresa m_ripresa;
+    QPointF m_scorsa; ///< where the page was scrolled to last
     GuardiaMemoria m_guardia{this};
     QString m_posto;
 };

@@ -55,12 +55,12 @@ QString Numero(qreal valore)
 
 } // namespace
 
-void Ripresa::Annota(const QWebEnginePage &pagina)
+void Ripresa::Annota(const QPointF &posto)
 {
     // Before the page stands where it should, its place tells nothing.
     if (!std::exchange(m_assestata, false))
         return;
-    m_posto = pagina.scrollPosition();
+    m_posto = posto;
     m_nota = true;
 }
 

@@ -10,8 +10,8 @@ class QWebEnginePage;
 class Ripresa
 {
 public:
-    /// The place in \a pagina, which is about to be loaded again or replaced, is the one to go to.
-    void Annota(const QWebEnginePage &pagina);
+    /// The page stands at \a posto and is about to be loaded again or replaced: that is the place to go to.
+    void Annota(const QPointF &posto);
     /// The next page is another one: it begins at its top.
     void Dimentica();
     /// What \a pagina loads next goes to the place as soon as there is enough of it.
