@@ -161,6 +161,7 @@ private slots:
     void openShowsWhatItWasGiven()
     {
         QStringList titoli;
+        QStringList nomi;
         int ferme = 0;
         for (const QString &titolo : {QString(), u"Apri"_s}) {
             QTimer::singleShot(0, this, [&] {
