@@ -77,7 +77,7 @@ private slots:
         File_System::HandleRicerca handle;
         File_System::DatiRicerca dati;
         QStringList trovati;
-        File_System::CercaFile(nome, handle, dati, m_cartella.path() + u"/*"_s, true, Stile::Posix);
+        File_System::CercaFile(nome, handle, dati, m_cartella.path() + u"/*.*"_s, true, Stile::Posix);
         for (; !nome.isEmpty(); File_System::CercaFile(nome, handle, dati, {}, true, Stile::Posix)) {
             trovati << nome;
             QCOMPARE(dati.nome, nome);
