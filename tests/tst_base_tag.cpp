@@ -151,8 +151,6 @@ private slots:
         const QByteArray id = "@g\tid\tnome\tattuale\n", a = "A\ttrue\t@g\n", nessuno = "# none\n";
         guasta(a + a, id, nessuno, u"tag.tsv:2: tag \"A\" stands twice"_s);
         guasta("A\tyes\t@g\n", id, nessuno, u"tag.tsv:1: CloseTag \"yes\""_s);
-        guasta("A\ttrue\t@g @h\n", id, nessuno, u"tag.tsv:1: unknown group \"@h\""_s);
-        guasta(nessuno, id, nessuno, u"tag.tsv:1: no tag"_s);
         guasta("A\ttrue\t@g\t\xff\n", id, nessuno, u"tag.tsv:1: not UTF-8"_s);
         guasta(a, "@g\tx\ttesto\tattuale\nB\tid\tnome\tattuale\n", nessuno, u"attributi.tsv:2: unknown tag \"B\""_s);
         guasta(a, id + "A\tid\tnome\tattuale\n", nessuno,
@@ -160,9 +158,7 @@ private slots:
         guasta(a, "@g\tid\tnome\tnew\n", nessuno, u"attributi.tsv:1: unknown Category"_s);
         guasta(a, "@g\tonclick\tscript\tattuale\n", nessuno, u"attributi.tsv:1: event attribute \"onclick\""_s);
         guasta(a, "@g\tid\tparola\tattuale\n", nessuno, u"attributi.tsv:1: \"id\" is of Type parola and has no"_s);
-        guasta(a, "@g\tinert\tbooleano\tattuale\n", nessuno, u"attributi.tsv:1: \"inert\" is of Type booleano"_s);
         guasta(a, id + "@h\tx\tnome\tattuale\n", nessuno, u"attributi.tsv:2: no tag takes the group \"@h\""_s);
-        guasta(a, id, "@g\tid\tx\n", u"attributi.tsv:1: \"id\" is of an open Type and has values"_s);
         guasta(a, id, "@g\tid\tx\n@g\tid\tx\n", u"valori.tsv:2: value \"x\" stands twice"_s);
         guasta(a, id, "@g\tid\tx \n", u"valori.tsv:1: field \"x \""_s);
     }
