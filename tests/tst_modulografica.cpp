@@ -222,6 +222,8 @@ private slots:
         QCOMPARE(prima.pixelColor(118, 10), Colori::Intestazione);
         ModuloGrafica::DisegnaIntestazione(*striscia, u"Margini"_s);
         QVERIFY(striscia->grab().toImage() != prima);
+        ModuloGrafica::DisegnaIntestazione(*striscia, u"Dimensioni"_s); // nothing of the other one is left
+        QVERIFY(striscia->grab().toImage() == prima);
         ModuloGrafica::Decora(form);
         QVERIFY2(!striscia->isHidden(), "a drawn strip stays visible when the form is decorated again");
     }
