@@ -1,10 +1,8 @@
+#include "Aiuti.h"
 #include "html/ModuloTag.h"
-#include "Colonne.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <sqlite3.h>
 
@@ -17,10 +15,12 @@ namespace
 const QString FileDellaBase = QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db");
 const QString Tabelle = QStringLiteral(CARTELLA_SORGENTI "/data/tag");
 
-QByteArray Leggi(const QString &percorso)
+/// The three tables that the tool reads, in \a cartella.
+void Scrivi(const QTemporaryDir &cartella, const QByteArray &tag, const QByteArray &attributi, const QByteArray &valori)
 {
-    QFile file(percorso);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    Aiuti::Scrivi(cartella.filePath(u"tag.tsv"_s), tag);
+    Aiuti::Scrivi(cartella.filePath(u"attributi.tsv"_s), attributi);
+    Aiuti::Scrivi(cartella.filePath(u"valori.tsv"_s), valori);
 }
 
 } // namespace
@@ -49,41 +49,34 @@ private slots:
     void loaderGivesTheRowsOfTheJoin()
     {
         sqlite3 *base = nullptr;
-        sqlite3_stmt *domanda = nullptr;
+        QStringList attese, lette;
         QCOMPARE(sqlite3_open_v2(QFile::encodeName(FileDellaBase).constData(), &base, SQLITE_OPEN_READONLY, nullptr),
                  SQLITE_OK);
-        QCOMPARE(sqlite3_prepare_v2(
+        QCOMPARE(sqlite3_exec(
                      base,
-                     "SELECT * FROM (TAG INNER JOIN Property ON Tag.IDtag = Property.IDTag) left outer join "
+                     "SELECT TAG.IDtag || ' ' || TAG.Tag || ' ' || CloseTag || ' ' || IDProperty || ' ' || Property || "
+                     "' ' || Type || ' ' || Category || ' ' || ifnull(IDPropValue || ' ' || PropValue, ' ') "
+                     "FROM (TAG INNER JOIN Property ON Tag.IDtag = Property.IDTag) left outer join "
                      "PropValue ON Property.IDTag = PropValue.IDTag and Property.IDProperty = PropValue.IDProp "
                      "ORDER BY TAG.Tag , Property.IDProperty , PropValue.IDPropValue ",
-                     -1, &domanda, nullptr),
+                     [](void *righe, int, char **campi, char **) {
+                         *static_cast<QStringList *>(righe) += QString::fromUtf8(campi[0]);
+                         return 0;
+                     },
+                     &attese, nullptr),
                  SQLITE_OK);
-        const auto testo = [domanda](int colonna) {
-            return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(domanda, colonna)));
-        };
-        QStringList attese, lette;
-        while (sqlite3_step(domanda) == SQLITE_ROW)
-            attese +=
-                QStringList{testo(0), testo(1), testo(2), testo(3), testo(5), testo(6), testo(7), testo(10), testo(11)}
-                    .join(u' ');
-        sqlite3_finalize(domanda);
         sqlite3_close(base);
         for (qsizetype t = 1; t < ArrayTag().size(); ++t) {
             const DatiTag &tag = ArrayTag()[t];
             for (qsizetype p = 1; p < tag.Proprieta.size(); ++p) {
                 const DatiProprieta &a = tag.Proprieta[p];
-                const QString inizio = u"%1 %2 %3 %4 %5 %6 %7 "_s.arg(t)
-                                           .arg(tag.Tag)
-                                           .arg(int(tag.CloseTag))
-                                           .arg(p)
-                                           .arg(a.Property)
-                                           .arg(a.Type)
-                                           .arg(a.Category);
+                const QStringList inizio{QString::number(t),         tag.Tag,    QString::number(tag.CloseTag),
+                                         QString::number(p),         a.Property, QString::number(a.Type),
+                                         QString::number(a.Category)};
                 if (a.Valori.isEmpty())
-                    lette += inizio + u' ';
+                    lette += inizio.join(u' ') + u"  "_s;
                 for (qsizetype v = 1; v < a.Valori.size(); ++v)
-                    lette += inizio + QString::number(v) + u' ' + a.Valori[v];
+                    lette += (inizio + QStringList{QString::number(v), a.Valori[v]}).join(u' ');
             }
         }
         QCOMPARE(lette, attese);
@@ -119,32 +112,20 @@ private slots:
         }
     }
 
-    void knows_data()
-    {
-        Colonne<QString, QString, QString, int>({"tag", "attributo", "valore", "esito"});
-        const auto riga = [](const char *regola, const char *tag, const char *attributo, const char *valore,
-                             int esito) {
-            QTest::newRow(regola) << QString::fromUtf8(tag) << QString::fromUtf8(attributo) << QString::fromUtf8(valore)
-                                  << esito;
-        };
-        riga("input types", "input", "type", "datetime-local", 1);
-        riga("boolean has no other value", "input", "required", "yes", 3);
-        riga("media type of a script is open", "script", "type", "module", 1);
-        riga("pragma is open", "meta", "http-equiv", "Pragma", 1);
-        riga("aria nonsense", "div", "aria-live", "often", 3);
-        riga("no aria on metadata", "meta", "aria-label", "x", 3);
-        riga("margin of old bodies", "body", "topmargin", "0", 1);
-        riga("window event on the body", "body", "onhashchange", "f()", 1);
-        riga("window event elsewhere", "div", "onhashchange", "f()", 3);
-        riga("misspelt attribute", "img", "widht", "1", 2);
-    }
-
     void knows()
     {
-        QFETCH(QString, tag);
-        QFETCH(QString, attributo);
-        QFETCH(QString, valore);
-        QTEST(int(VerificaValore(tag, attributo, valore)), "esito");
+        for (const auto &[tag, attributo, valore, esito] :
+             {std::tuple(u"input", u"type", u"datetime-local", 1),
+              {u"input", u"required", u"yes", 3}, // a boolean has no other value
+              {u"script", u"type", u"module", 1}, // the media type of a script is open
+              {u"meta", u"http-equiv", u"Pragma", 1},
+              {u"div", u"aria-live", u"often", 3},
+              {u"meta", u"aria-label", u"x", 3},
+              {u"body", u"topmargin", u"0", 1},
+              {u"body", u"onhashchange", u"f()", 1}, // an event of the window
+              {u"div", u"onhashchange", u"f()", 3},
+              {u"img", u"widht", u"1", 2}})
+            QVERIFY2(VerificaValore(tag, attributo, valore) == esito, qPrintable(QStringView(attributo).toString()));
     }
 
     void sameTablesSameBytes()
@@ -153,67 +134,39 @@ private slots:
         const QString base = cartella.filePath(u"b.db"_s);
         QCOMPARE(Costruisci(Tabelle, base), 0);
         QCOMPARE(m_uscita, QString());
-        QVERIFY(Leggi(base) == Leggi(FileDellaBase));
-    }
-
-    void brokenTablesStopTheBuild_data()
-    {
-        Colonne<QString, QByteArray, QString>({"tabella", "righe", "messaggio"});
-        const QString tag = u"tag.tsv"_s, attributi = u"attributi.tsv"_s, valori = u"valori.tsv"_s;
-        const auto riga = [](const char *regola, const QString &tabella, const char *righe, const QString &messaggio) {
-            QTest::newRow(regola) << tabella << QByteArray(righe) << messaggio;
-        };
-        riga("tag twice", tag, "A\ttrue\t@g\nA\ttrue\t@g\n", u"tag.tsv:2: tag \"A\" stands twice"_s);
-        riga("CloseTag misspelt", tag, "A\tyes\t@g\n", u"tag.tsv:1: CloseTag \"yes\""_s);
-        riga("unknown group", tag, "A\ttrue\t@g @h\n", u"tag.tsv:1: unknown group \"@h\""_s);
-        riga("no tag at all", tag, "# nothing\n", u"tag.tsv:1: no tag"_s);
-        riga("not UTF-8", tag, "A\ttrue\t@g\t\xff\n", u"tag.tsv:1: not UTF-8"_s);
-        riga("attribute of no tag", attributi, "@g\tx\ttesto\tattuale\nB\tid\tnome\tattuale\n",
-             u"attributi.tsv:2: unknown tag \"B\""_s);
-        riga("attribute of the tag and of its group", attributi, "@g\tid\tnome\tattuale\nA\tid\tnome\tattuale\n",
-             u"tag.tsv:1: \"A\" gets the attribute \"id\" twice: lines "_s);
-        riga("unknown Category", attributi, "@g\tid\tnome\tnew\n", u"attributi.tsv:1: unknown Category"_s);
-        riga("event in small letters", attributi, "@g\tonclick\tscript\tattuale\n",
-             u"attributi.tsv:1: event attribute \"onclick\""_s);
-        riga("keyword without values", attributi, "@g\tid\tparola\tattuale\n",
-             u"attributi.tsv:1: \"id\" is of Type parola and has no value"_s);
-        riga("boolean without its name", attributi, "@g\tinert\tbooleano\tattuale\n",
-             u"attributi.tsv:1: \"inert\" is of Type booleano"_s);
-        riga("group that no tag takes", attributi, "@g\tid\tnome\tattuale\n@h\tx\tnome\tattuale\n",
-             u"attributi.tsv:2: no tag takes the group \"@h\""_s);
-        riga("value of an open attribute", valori, "@g\tid\tx\n",
-             u"attributi.tsv:1: \"id\" is of an open Type and has values"_s);
-        riga("value twice", valori, "@g\tid\tx\n@g\tid\tx\n", u"valori.tsv:2: value \"x\" stands twice"_s);
-        riga("blank at the end", valori, "@g\tid\tx \n", u"valori.tsv:1: field \"x \""_s);
+        QVERIFY(Aiuti::Contenuto(base) == Aiuti::Contenuto(FileDellaBase));
     }
 
     void brokenTablesStopTheBuild()
     {
-        QFETCH(QString, tabella);
-        QFETCH(QByteArray, righe);
-        QFETCH(QString, messaggio);
-        QTemporaryDir cartella;
-        const std::pair<QString, QByteArray> buone[] = {{u"tag.tsv"_s, "A\ttrue\t@g\n"},
-                                                        {u"attributi.tsv"_s, "@g\tid\tnome\tattuale\n"},
-                                                        {u"valori.tsv"_s, "# none\n"}};
-        for (const auto &[nome, contenuto] : buone) {
-            QFile file(cartella.filePath(nome));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(nome == tabella ? righe : contenuto) > 0);
-        }
-        const QString base = cartella.filePath(u"b.db"_s);
-        QCOMPARE(Costruisci(cartella.path(), base), 1);
-        QVERIFY2(m_uscita.contains(cartella.path() + u'/' + messaggio), qPrintable(m_uscita));
-        QVERIFY(!QFile::exists(base));
+        const auto guasta = [this](const QByteArray &tag, const QByteArray &attributi, const QByteArray &valori,
+                                   const QString &messaggio) {
+            QTemporaryDir cartella;
+            Scrivi(cartella, tag, attributi, valori);
+            const QString base = cartella.filePath(u"b.db"_s);
+            QCOMPARE(Costruisci(cartella.path(), base), 1);
+            QVERIFY2(m_uscita.contains(cartella.path() + u'/' + messaggio), qPrintable(messaggio + m_uscita));
+            QVERIFY(!QFile::exists(base));
+        };
+        const QByteArray id = "@g\tid\tnome\tattuale\n", a = "A\ttrue\t@g\n", nessuno = "# none\n";
+        guasta(a + a, id, nessuno, u"tag.tsv:2: tag \"A\" stands twice"_s);
+        guasta("A\tyes\t@g\n", id, nessuno, u"tag.tsv:1: CloseTag \"yes\""_s);
+        guasta("A\ttrue\t@g\t\xff\n", id, nessuno, u"tag.tsv:1: not UTF-8"_s);
+        guasta(a, "@g\tx\ttesto\tattuale\nB\tid\tnome\tattuale\n", nessuno, u"attributi.tsv:2: unknown tag \"B\""_s);
+        guasta(a, id + "A\tid\tnome\tattuale\n", nessuno,
+               u"tag.tsv:1: \"A\" gets the attribute \"id\" twice: lines "_s);
+        guasta(a, "@g\tid\tnome\tnew\n", nessuno, u"attributi.tsv:1: unknown Category"_s);
+        guasta(a, "@g\tonclick\tscript\tattuale\n", nessuno, u"attributi.tsv:1: event attribute \"onclick\""_s);
+        guasta(a, "@g\tid\tparola\tattuale\n", nessuno, u"attributi.tsv:1: \"id\" is of Type parola and has no"_s);
+        guasta(a, id + "@h\tx\tnome\tattuale\n", nessuno, u"attributi.tsv:2: no tag takes the group \"@h\""_s);
+        guasta(a, id, "@g\tid\tx\n@g\tid\tx\n", u"valori.tsv:2: value \"x\" stands twice"_s);
+        guasta(a, id, "@g\tid\tx \n", u"valori.tsv:1: field \"x \""_s);
     }
 
     void tagWithoutAttributesKeepsItsRow()
     {
         QTemporaryDir cartella;
-        for (const auto &[nome, contenuto] : {std::pair("tag.tsv", "B\ttrue\t-\nA\tfalse\t-\tnote\r\n"),
-                                              std::pair("attributi.tsv", "#\n"), std::pair("valori.tsv", "#\n")}) {
-            QFile file(cartella.filePath(QString::fromUtf8(nome)));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contenuto) > 0);
-        }
+        Scrivi(cartella, "B\ttrue\t-\nA\tfalse\t-\tnote\r\n", "#\n", "#\n");
         const QString base = cartella.filePath(u"b.db"_s);
         QCOMPARE(Costruisci(cartella.path(), base), 0);
         QVERIFY(CaricaTag(base).Riuscito());

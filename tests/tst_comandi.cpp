@@ -102,23 +102,17 @@ private slots:
     {
         QFETCH(QString, nome);
         QFETCH(QString, comando);
-        const auto premi = [this, &nome] {
-            if (auto *bottone = m_finestra->findChild<QToolButton *>(nome)) {
-                QVERIFY(bottone->isVisible() && bottone->isEnabled());
-                bottone->click();
-                return;
-            }
-            auto *voce = m_finestra->findChild<QAction *>(nome);
-            QVERIFY(voce && voce->isVisible() && voce->isEnabled());
-            voce->trigger();
-        };
+        auto *voce = m_finestra->findChild<QAction *>(nome);
         if (Spenti.contains(comando)) {
-            const auto *voce = m_finestra->findChild<QAction *>(nome);
             QVERIFY(voce && !voce->isVisible() && !voce->isEnabled());
             return;
         }
         QVERIFY2(m_prove.contains(comando), "a command of the table that this test does not know");
-        m_prove.value(comando)(premi);
+        m_prove.value(comando)([voce, bottone = m_finestra->findChild<QToolButton *>(nome)] {
+            QVERIFY(bottone ? bottone->isVisible() && bottone->isEnabled()
+                            : voce && voce->isVisible() && voce->isEnabled());
+            bottone ? bottone->click() : voce->trigger();
+        });
     }
 
     void fragmentsPassTheCheckInEveryLanguage()

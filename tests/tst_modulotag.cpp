@@ -1,9 +1,9 @@
+#include "Aiuti.h"
 #include "html/ModuloTag.h"
+#include "Colonne.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -97,17 +97,10 @@ class tst_ModuloTag : public QObject
 
     const QString Vera = QStringLiteral(CARTELLA_PROGRAMMA "/tag html.db");
 
-    static QByteArray Contenuto(const QString &percorso)
-    {
-        QFile file(percorso);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("?");
-    }
     QString ConByte(const QByteArray &byte) const
     {
-        QFile file(Percorso("altro.db"));
-        if (!file.open(QIODevice::WriteOnly) || file.write(byte) != byte.size())
-            qFatal("%s", qPrintable(file.errorString()));
-        return file.fileName();
+        Aiuti::Scrivi(Percorso("altro.db"), byte);
+        return Percorso("altro.db");
     }
 
 private slots:
@@ -173,9 +166,7 @@ private slots:
 
     void loads_data()
     {
-        QTest::addColumn<QByteArray>("sql");
-        QTest::addColumn<bool>("riuscito");
-        QTest::addColumn<QString>("atteso");
+        Colonne<QByteArray, bool, QString>({"sql", "riuscito", "atteso"});
         const QByteArray buona = QByteArray(Schema) + Buona;
         const QString tutta = QString::fromUtf8(BuonaStampata);
         const QString soloA = u"0 - []\n1 A+ [:0:0,href:6:1,OnClick:10:1]"_s;
@@ -246,26 +237,23 @@ private slots:
 
     void filesThatAreNoBase()
     {
-        for (const QByteArray &byte : {QByteArray(), QByteArray("TAG\tCloseTag\n").repeated(1000),
-                                       QByteArray(100'000, '\0'), QByteArray("SQLite format 3\0", 16)}) {
+        for (const QByteArray &byte : {QByteArray(), "TAG\tCloseTag\n"_ba.repeated(1000), QByteArray(100'000, '\0'),
+                                       QByteArray("SQLite format 3\0", 16)}) {
             const QString percorso = ConByte(byte);
             QVERIFY(!CaricaTag(percorso).Riuscito());
             QVERIFY(ArrayTag().isEmpty());
-            QCOMPARE(Contenuto(percorso), byte);
+            QCOMPARE(Aiuti::Contenuto(percorso), byte);
         }
-        const QString manca = Percorso("manca.db");
-        QCOMPARE(CaricaTag(manca).messaggio, u"errore durante l' apertura del database "_s + manca);
-        QVERIFY(!QFile::exists(manca));
-        const QString tubo = Percorso("tubo.db");
+        const QString manca = Percorso("manca.db"), tubo = Percorso("tubo.db");
         QCOMPARE(mkfifo(QFile::encodeName(tubo).constData(), 0666), 0);
-        QVERIFY(!CaricaTag(tubo).Riuscito());
-        QVERIFY(!CaricaTag(m_cartella.path()).Riuscito());
-        QVERIFY(!CaricaTag(QString()).Riuscito());
+        for (const QString &percorso : {manca, tubo, m_cartella.path(), QString()})
+            QCOMPARE(CaricaTag(percorso).messaggio, u"errore durante l' apertura del database "_s + percorso);
+        QVERIFY(!QFile::exists(manca));
     }
 
     void cutFileGivesWhatComesBeforeTheCut()
     {
-        const QByteArray byte = Contenuto(Vera);
+        const QByteArray byte = Aiuti::Contenuto(Vera);
         QVERIFY(CaricaTag(Vera).Riuscito());
         const QString tutta = Stampa(ArrayTag());
         for (int parte = 1; parte < 8; ++parte) {
@@ -279,7 +267,7 @@ private slots:
 
     void damagedFileEndsTheLoadOnly()
     {
-        const QByteArray byte = Contenuto(Vera);
+        const QByteArray byte = Aiuti::Contenuto(Vera);
         QRandomGenerator caso(7);
         for (int giro = 0; giro < 40; ++giro) {
             QByteArray rotto = byte;

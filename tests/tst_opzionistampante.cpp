@@ -1,5 +1,4 @@
 #include "platform/OpzioniStampante.h"
-#include "Colonne.h"
 
 #include <QtTest>
 
@@ -34,38 +33,30 @@ private slots:
         QCOMPARE(DevMode::DaByte(QByteArray("ab\0cd", 5)).NomeDispositivo(), "ab");
     }
 
-    void opzioni_data()
-    {
-        using OpzioniStampante::Opzioni;
-        // cambio: options of the record that is merged in
-        Colonne<Opzioni, Opzioni, Opzioni>({"prima", "cambio", "dopo"});
-
-        const Opzioni due{{"sides", "two-sided-long-edge"}};
-        QTest::newRow("a setting is added") << Opzioni{} << due << due;
-        QTest::newRow("a setting that the record lacks goes") << due << Opzioni{} << Opzioni{};
-        QTest::newRow("what says the same stays as it is written")
-            << Opzioni{{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}}
-            << Opzioni{{"sides", "two-sided-long-edge"}, {"orientation-requested", "4"}, {"media", "A4"}}
-            << Opzioni{{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}};
-        QTest::newRow("no second name contradicts") << Opzioni{{"Duplex", "None"}, {"PageSize", "A5"}}
-                                                    << Opzioni{{"sides", "two-sided-short-edge"}, {"media", "A4"}}
-                                                    << Opzioni{{"sides", "two-sided-short-edge"}, {"media", "A4"}};
-        QTest::newRow("numbers") << Opzioni{{"copies", "2"}, {"print-quality", "5"}, {"Collate", "True"}}
-                                 << Opzioni{{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}}
-                                 << Opzioni{{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}};
-        QTest::newRow("an option of another kind stays")
-            << Opzioni{{"fit-to-page", "true"}} << due
-            << Opzioni{{"fit-to-page", "true"}, {"sides", "two-sided-long-edge"}};
-    }
-
     void opzioni()
     {
-        QFETCH(OpzioniStampante::Opzioni, prima);
-        QFETCH(OpzioniStampante::Opzioni, cambio);
-        QFETCH(OpzioniStampante::Opzioni, dopo);
-        const DevMode record = OpzioniStampante::InRecord("Laser", cambio);
-        QCOMPARE(record.NomeDispositivo(), "Laser");
-        QCOMPARE(OpzioniStampante::Unisci(prima, record), dopo);
+        using OpzioniStampante::Opzioni;
+        const Opzioni due{{"sides", "two-sided-long-edge"}};
+        struct Riga {
+            Opzioni prima, cambio, dopo; // cambio: options of the record that is merged in
+        };
+        for (const Riga &riga :
+             {Riga{{{"fit-to-page", "true"}}, due, {{"fit-to-page", "true"}, {"sides", "two-sided-long-edge"}}},
+              {due, {}, {}},
+              // What says the same stays as it is written; no second name contradicts.
+              {{{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}},
+               {{"sides", "two-sided-long-edge"}, {"orientation-requested", "4"}, {"media", "A4"}},
+               {{"Duplex", "DuplexNoTumble"}, {"orientation-requested", "5"}, {"PageSize", "A4"}}},
+              {{{"Duplex", "None"}, {"PageSize", "A5"}},
+               {{"sides", "two-sided-short-edge"}, {"media", "A4"}},
+               {{"sides", "two-sided-short-edge"}, {"media", "A4"}}},
+              {{{"copies", "2"}, {"print-quality", "5"}, {"Collate", "True"}},
+               {{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}},
+               {{"copies", "7"}, {"print-quality", "3"}, {"Collate", "False"}}}}) {
+            const DevMode record = OpzioniStampante::InRecord("Laser", riga.cambio);
+            QCOMPARE(record.NomeDispositivo(), "Laser");
+            QCOMPARE(OpzioniStampante::Unisci(riga.prima, record), riga.dopo);
+        }
     }
 
     void opzioniComeByte()

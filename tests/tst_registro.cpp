@@ -1,12 +1,10 @@
+#include "Aiuti.h"
 #include "platform/Registro_Di_Windows.h"
 #include "platform/RegistroFile.h"
 #include "platform/RegistroOspite.h"
 #include "platform/Utente.h"
-#include "Colonne.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <array>
 
@@ -26,39 +24,27 @@ class TstRegistro : public QObject
     Q_OBJECT
 
 private slots:
-    void readsValuesAsText_data()
-    {
-        Colonne<QByteArray, QString>({"tipoEDati", "testo"});
-
-        const auto riga = [](const char *nome, const char *tipoEDati, const QString &testo) {
-            QTest::newRow(nome) << QByteArray(tipoEDati) << testo;
-        };
-        riga("text", "REG_SZ\tStudio Alfa", u"Studio Alfa"_s);
-        riga("text beyond ASCII, line with CR LF", "REG_SZ\tCaffè 编辑\r", u"Caffè 编辑"_s);
-        riga("text with a tab and blanks at its end", "REG_SZ\ta\tb  ", u"a\tb  "_s);
-        riga("nothing is expanded", "REG_EXPAND_SZ\t%PATH%", u"%PATH%"_s);
-        riga("text without a terminator", "1\t416c6661", u"Alfa"_s);
-        riga("text with a zero inside", "1\t41 6c 00 66 61 00", u"Al"_s);
-        riga("number", "REG_DWORD\t70000", u"70000"_s);
-        riga("number is unsigned", "REG_DWORD\t0xFFFFFFFF", u"4294967295"_s);
-        riga("bytes, lowest first", "REG_BINARY\t70 11 01 00", u"70000"_s);
-        riga("long bytes: the first four", "REG_BINARY\t01000000ffffffffff", u"1"_s);
-        riga("several texts are no text", "7\t41 00 42 00 00", QString());
-        riga("broken: number too large", "REG_DWORD\t4294967296", QString());
-        riga("broken: half a byte", "REG_BINARY\t123", QString());
-        riga("broken: unknown type", "REG_ALTRO\tx", QString());
-        riga("broken: three fields", "REG_SZ", QString());
-    }
-
     void readsValuesAsText()
     {
-        QFETCH(QByteArray, tipoEDati);
-        QFETCH(QString, testo);
-        CaricaRighe("HKEY_LOCAL_MACHINE\\Software\\Prova\tV\t" + tipoEDati +
-                    "\nHKEY_LOCAL_MACHINE\\Software\\Prova\tDopo\tREG_SZ\tletto");
-        QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Chiave, u"V"), testo);
-        QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Chiave, u"Dopo"), u"letto"_s);
-        QCOMPARE(ChiaviAperte(), 0);
+        for (const auto &[tipoEDati, testo] : {std::pair("REG_SZ\tCaffè 编辑\r"_ba, u"Caffè 编辑"_s),
+                                               {"REG_SZ\ta\tb  "_ba, u"a\tb  "_s},
+                                               {"REG_EXPAND_SZ\t%PATH%"_ba, u"%PATH%"_s},
+                                               {"1\t416c6661"_ba, u"Alfa"_s},        // no terminator
+                                               {"1\t41 6c 00 66 61 00"_ba, u"Al"_s}, // a zero inside
+                                               {"REG_DWORD\t0xFFFFFFFF"_ba, u"4294967295"_s},
+                                               {"REG_BINARY\t70 11 01 00"_ba, u"70000"_s}, // lowest byte first
+                                               {"REG_BINARY\t01000000ffffffffff"_ba, u"1"_s},
+                                               {"7\t41 00 42 00 00"_ba, QString()}, // several texts are no text
+                                               {"REG_DWORD\t4294967296"_ba, QString()},
+                                               {"REG_BINARY\t123"_ba, QString()},
+                                               {"REG_ALTRO\tx"_ba, QString()},
+                                               {"REG_SZ"_ba, QString()}}) {
+            CaricaRighe("HKEY_LOCAL_MACHINE\\Software\\Prova\tV\t" + tipoEDati +
+                        "\nHKEY_LOCAL_MACHINE\\Software\\Prova\tDopo\tREG_SZ\tletto");
+            QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Chiave, u"V"), testo);
+            QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Chiave, u"Dopo"), u"letto"_s);
+            QCOMPARE(ChiaviAperte(), 0);
+        }
     }
 
     // Sizes and codes of the single calls.
@@ -149,57 +135,34 @@ private slots:
         QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Versione, u"RegisteredOwner"), Utente::NomeCompleto());
         QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Strumento, u"PATH"), QString());
 
-        // The tools in their order, each found before those that were there already.
-        for (const QString &nome : {u"gnome-control-center"_s, u"hardinfo"_s, u"hardinfo2"_s, u"kinfocenter"_s}) {
-            Scrivi(nome, "#!/bin/sh\n");
-            QFile::setPermissions(m_cartella.filePath(nome), QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
-            Carica(sorgenti);
-            const QString comando = LeggiValore(HKEY_LOCAL_MACHINE, Strumento, u"PATH");
-            QVERIFY2(comando.startsWith(u'"' + m_cartella.filePath(nome) + u'"'), qPrintable(comando));
-        }
-    }
-
-    void machineInformation_data()
-    {
-        Colonne<QString, QString>({"testo", "valore"});
-
-        QTest::newRow("plain") << u"ORGANIZATION=Alfa\n"_s << u"Alfa"_s;
-        QTest::newRow("double quotes with escapes")
-            << u"A=1\n ORGANIZATION=\"Studio \\\"Alfa\\\"\"\r\n"_s << u"Studio \"Alfa\""_s;
-        QTest::newRow("single quotes take all as it is") << u"ORGANIZATION='a\\b \"c\"'"_s << u"a\\b \"c\""_s;
-        QTest::newRow("never closed") << u"ORGANIZATION=\"Alfa\nB=2"_s << u"Alfa"_s;
-        QTest::newRow("comment") << u"#ORGANIZATION=a"_s << QString();
-        QTest::newRow("longer name") << u"ORGANIZATION_UNIT=a\nORGANIZATION"_s << QString();
+        const QString programma = m_cartella.filePath(u"hardinfo"_s);
+        Aiuti::Scrivi(programma, "#!/bin/sh\n");
+        QFile::setPermissions(programma, QFile::ReadOwner | QFile::ExeOwner);
+        Carica(sorgenti);
+        QCOMPARE(LeggiValore(HKEY_LOCAL_MACHINE, Strumento, u"PATH"), u'"' + programma + u'"');
     }
 
     void machineInformation()
     {
-        QFETCH(QString, testo);
-        QTEST(CampoMacchina(testo, u"ORGANIZATION"), "valore");
-    }
-
-    void fullName_data()
-    {
-        Colonne<QString, QString>({"descrizione", "nome"});
-
-        QTest::newRow("up to the comma") << u"Maria Rossi,stanza 3,,"_s << u"Maria Rossi"_s;
-        QTest::newRow("& is the account") << u"& Rossi,,,"_s << u"Maria Rossi"_s;
-        QTest::newRow("none") << u",,,"_s << QString();
+        for (const auto &[testo, valore] :
+             {std::pair(u"A=1\n ORGANIZATION=\"Studio \\\"Alfa\\\"\"\r\n"_s, u"Studio \"Alfa\""_s),
+              {u"ORGANIZATION='a\\b \"c\"'"_s, u"a\\b \"c\""_s}, // single quotes take all as it is
+              {u"ORGANIZATION=\"Alfa\nB=2"_s, u"Alfa"_s},        // never closed
+              {u"#ORGANIZATION=a"_s, QString()},
+              {u"ORGANIZATION_UNIT=a\nORGANIZATION"_s, QString()}})
+            QCOMPARE(CampoMacchina(testo, u"ORGANIZATION"), valore);
     }
 
     void fullName()
     {
-        QFETCH(QString, descrizione);
-        QTEST(Utente::NomeDaDescrizione(descrizione, u"maria"), "nome");
+        for (const auto &[descrizione, nome] : {std::pair(u"Maria Rossi,stanza 3,,"_s, u"Maria Rossi"_s),
+                                                {u"& Rossi,,,"_s, u"Maria Rossi"_s},
+                                                {u",,,"_s, QString()}})
+            QCOMPARE(Utente::NomeDaDescrizione(descrizione, u"maria"), nome);
     }
 
 private:
-    void Scrivi(const QString &nome, const QByteArray &byte)
-    {
-        QFile file(m_cartella.filePath(nome));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(byte);
-    }
+    void Scrivi(const QString &nome, const QByteArray &byte) { Aiuti::Scrivi(m_cartella.filePath(nome), byte); }
     void CaricaRighe(const QByteArray &righe)
     {
         Scrivi(u"registro.dat"_s, righe);

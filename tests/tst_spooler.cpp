@@ -1,3 +1,4 @@
+#include "Aiuti.h"
 #include "app/TabellaLingua.h"
 #include "chrome/ClsProgressBar.h"
 #include "chrome/FrmProgressBar.h"
@@ -5,16 +6,13 @@
 #include "dialogs/StampaPagina.h"
 #include "platform/RichTextBox.h"
 #include "platform/SpoolerCups.h"
-#include "Colonne.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QProcess>
 #include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
 #include <csignal>
@@ -96,11 +94,11 @@ public:
     /// The user's options, one printer a line, its words in order.
     [[nodiscard]] QStringList Opzioni() const
     {
-        QFile file(Percorso(u"casa/.cups/lpoptions"_s));
-        if (!file.open(QIODevice::ReadOnly))
+        const QString file = Percorso(u"casa/.cups/lpoptions"_s);
+        if (!QFile::exists(file))
             return {};
         QStringList righe;
-        for (const QString &riga : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+        for (const QString &riga : QString::fromUtf8(Aiuti::Contenuto(file)).split(u'\n', Qt::SkipEmptyParts)) {
             QStringList parole = riga.split(u' ', Qt::SkipEmptyParts);
             std::sort(parole.begin() + 2, parole.end());
             righe << parole.join(u' ');
@@ -120,9 +118,7 @@ public:
 private:
     void Scrivi(const QString &nome, QByteArray testo) const
     {
-        QFile file(Percorso(nome));
-        if (!file.open(QIODevice::WriteOnly) || file.write(testo.replace('%', m_cartella.path().toUtf8())) < 0)
-            qFatal("cannot write %s", qPrintable(file.fileName()));
+        Aiuti::Scrivi(Percorso(nome), testo.replace('%', m_cartella.path().toUtf8()));
     }
     QTemporaryDir m_cartella{u"/tmp/vs-XXXXXX"_s}; // the name of a socket is short
     QProcess m_processo;
@@ -161,32 +157,30 @@ SceltaStampa Scelta(const QString &stampante, int copie)
     return scelta;
 }
 
-/// Answers every message box while it lives, and gives up every print when asked to.
-class Risposte
+/// Prints, answers every message box, and gives the print up when asked to. Returns what the boxes say.
+QStringList Stampa(const QString &pagina, const SceltaStampa &scelta, Spooler &spooler, bool rinuncia = false)
 {
-public:
-    explicit Risposte(bool rinuncia = false)
-    {
-        QObject::connect(&m_attesa, &QTimer::timeout, &m_attesa, [this, rinuncia] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                testi += box->text() + u'|' + box->informativeText();
-                box->accept();
-            }
-            for (QWidget *finestra : QApplication::topLevelWidgets()) {
-                auto *avanzamento = qobject_cast<FrmProgressBar *>(finestra);
-                // The second half of the work paints; before it there is no job that could reach the printer.
-                if (rinuncia && avanzamento && finestra->isVisible() &&
-                    avanzamento->Barra().Value() > avanzamento->Barra().Max() / 2)
-                    QTest::keyClick(finestra, Qt::Key_Escape);
-            }
-        });
-        m_attesa.start(0);
-    }
+    RichTextBox pad;
+    pad.ImpostaText(pagina);
     QStringList testi;
-
-private:
-    QTimer m_attesa;
-};
+    QTimer attesa;
+    QObject::connect(&attesa, &QTimer::timeout, &attesa, [&] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            testi += box->text() + u'|' + box->informativeText();
+            box->accept();
+        }
+        for (QWidget *finestra : QApplication::topLevelWidgets()) {
+            auto *avanzamento = qobject_cast<FrmProgressBar *>(finestra);
+            // The second half of the work paints; before it there is no job that could reach the printer.
+            if (rinuncia && avanzamento && finestra->isVisible() &&
+                avanzamento->Barra().Value() > avanzamento->Barra().Max() / 2)
+                QTest::keyClick(finestra, Qt::Key_Escape);
+        }
+    });
+    attesa.start(0);
+    StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+    return testi;
+}
 
 } // namespace
 
@@ -206,46 +200,36 @@ private slots:
         QVERIFY(m_servizio.Aggiungi(u"Vietata"_s, {u"-u"_s, u"allow:nessuno"_s}));
     }
 
-    void ripristino_data()
-    {
-        // durante: the printer's line while the page prints
-        Colonne<QString, QByteArray, QString>({"stampante", "prima", "durante"});
-
-        const QString nuove = u" copies=5 media=A5 sides=two-sided-long-edge"_s;
-        QTest::newRow("nothing stored") << u"Laser"_s << QByteArray() << u"Dest Laser"_s + nuove;
-        QTest::newRow("what a record cannot tell of stays")
-            << u"Laser"_s << "Dest Laser copies=2 fit-to-page=true media=A4\n"_ba
-            << u"Dest Laser copies=5 fit-to-page=true media=A5 sides=two-sided-long-edge"_s;
-        QTest::newRow("options by their other names")
-            << u"Laser"_s << "Dest Laser Duplex=DuplexTumble PageSize=A4\n"_ba << u"Dest Laser"_s + nuove;
-        QTest::newRow("the default printer itself")
-            << u"Laser"_s << "Default Laser copies=2\n"_ba << u"Default Laser"_s + nuove;
-        QTest::newRow("an instance") << u"Laser/bozza"_s << "Dest Laser copies=2\nDest Laser/bozza print-quality=3\n"_ba
-                                     << u"Dest Laser/bozza"_s + nuove;
-        QTest::newRow("a paper whose name is longer than the record's")
-            << u"Laser"_s << "Dest Laser media=na_index-4x6_4x6in,photographic-glossy,tray-1\n"_ba
-            << u"Dest Laser"_s + nuove;
-    }
-
     void ripristino()
     {
-        QFETCH(QString, stampante);
-        QFETCH(QByteArray, prima);
-        QFETCH(QString, durante);
-        m_servizio.ImpostaOpzioni(prima);
-        const QStringList opzioni = m_servizio.Opzioni();
-        QStringList messaggi;
-        QStringList conStampa;
-        SpoolerCups spooler;
-        Esegui(spooler, {[&](const ImpostazioniSalvate &salvate) {
-                             messaggi += salvate.nomi.contains(stampante) ? QString() : u"not listed"_s;
-                             return Scelta(stampante, 5);
-                         },
-                         [&](const SceltaStampa &) { conStampa = m_servizio.Opzioni(); },
-                         [&](const QString &testo) { messaggi += testo; }});
-        QCOMPARE(messaggi, QStringList{QString()});
-        QVERIFY2(conStampa.contains(durante), qPrintable(conStampa.join(u'\n')));
-        QCOMPARE(m_servizio.Opzioni(), opzioni);
+        // durante: the printer's line while the page prints
+        const QString nuove = u" copies=5 media=A5 sides=two-sided-long-edge"_s;
+        for (const auto &[stampante, prima, durante] :
+             {std::tuple(u"Laser"_s, ""_ba, u"Dest Laser"_s + nuove),
+              // What a record cannot tell of stays.
+              {u"Laser"_s, "Dest Laser copies=2 fit-to-page=true media=A4\n"_ba,
+               u"Dest Laser copies=5 fit-to-page=true media=A5 sides=two-sided-long-edge"_s},
+              {u"Laser"_s, "Default Laser copies=2\n"_ba, u"Default Laser"_s + nuove},
+              {u"Laser/bozza"_s, "Dest Laser copies=2\nDest Laser/bozza print-quality=3\n"_ba,
+               u"Dest Laser/bozza"_s + nuove},
+              // A paper whose name is longer than the record's.
+              {u"Laser"_s, "Dest Laser media=na_index-4x6_4x6in,photographic-glossy,tray-1\n"_ba,
+               u"Dest Laser"_s + nuove}}) {
+            m_servizio.ImpostaOpzioni(prima);
+            const QStringList opzioni = m_servizio.Opzioni();
+            QStringList messaggi;
+            QStringList conStampa;
+            SpoolerCups spooler;
+            Esegui(spooler, {[&, quale = stampante](const ImpostazioniSalvate &salvate) {
+                                 messaggi += salvate.nomi.contains(quale) ? QString() : u"not listed"_s;
+                                 return Scelta(quale, 5);
+                             },
+                             [&](const SceltaStampa &) { conStampa = m_servizio.Opzioni(); },
+                             [&](const QString &testo) { messaggi += testo; }});
+            QCOMPARE(messaggi, QStringList{QString()});
+            QVERIFY2(conStampa.contains(durante), qPrintable(conStampa.join(u'\n')));
+            QCOMPARE(m_servizio.Opzioni(), opzioni);
+        }
     }
 
     void predefinitaDelServizio()
@@ -253,171 +237,126 @@ private slots:
         // The server's default printer does not become the user's own by printing.
         QCOMPARE(QProcess::execute(u"/usr/sbin/lpadmin"_s, {u"-d"_s, u"Altra"_s}), 0);
         m_servizio.ImpostaOpzioni("Dest Laser copies=2\n");
-        SpoolerCups spooler;
-        ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni, [](const QString &) {});
+        QCOMPARE(MessaggiDi(u"Laser"_s), QStringList());
         QCOMPARE(m_servizio.Opzioni(), QStringList{u"Dest Laser copies=4 media=A5 sides=two-sided-long-edge"_s});
     }
 
-    void nonAperte()
+    void nonScritte()
     {
         // No name at all is not the default printer.
         for (const QString &stampante : {u"Nessuna"_s, QString()}) {
-            QStringList messaggi;
             SpoolerCups spooler;
             QVERIFY(LeggiImpostazioni(spooler, stampante).Vuoto());
-            ScriviImpostazioni(spooler, stampante, Scelta(stampante, 4).impostazioni,
-                               [&](const QString &testo) { messaggi += testo; });
-            QCOMPARE(messaggi,
+            QCOMPARE(MessaggiDi(stampante),
                      QStringList{u"Cannot open the printer specified (make sure the printer name is correct)."_s});
         }
-    }
-
-    void casaDiSolaLettura()
-    {
         const QByteArray casa = qgetenv("HOME");
         const auto torna = qScopeGuard([&] { qputenv("HOME", casa); });
-        qputenv("HOME", "/proc/self");
-        QStringList messaggi;
-        SpoolerCups spooler;
-        QVERIFY(!LeggiImpostazioni(spooler, u"Laser"_s).Vuoto());
-        ScriviImpostazioni(spooler, u"Laser"_s, Scelta(u"Laser"_s, 4).impostazioni,
-                           [&](const QString &testo) { messaggi += testo; });
-        QCOMPARE(messaggi, QStringList{u"Access denied -- See the article for more info."_s});
-    }
-
-    void servizioMuto_data()
-    {
-        QTest::addColumn<bool>("risponde");
-        QTest::newRow("no service") << false;
-        QTest::newRow("one that takes the connection and never answers") << true;
+        qputenv("HOME", "/proc/self"); // nothing can be written there
+        QCOMPARE(MessaggiDi(u"Laser"_s), QStringList{u"Access denied -- See the article for more info."_s});
     }
 
     void servizioMuto()
     {
-        QFETCH(bool, risponde);
         const QByteArray vero = qgetenv("CUPS_SERVER");
         const auto torna = qScopeGuard([&] { qputenv("CUPS_SERVER", vero); });
         std::optional<Muto> muto;
-        if (risponde)
-            QVERIFY(muto.emplace(m_servizio.Percorso(u"muto"_s)).Ascolta());
-        qputenv("CUPS_SERVER", m_servizio.Percorso(u"muto"_s).toUtf8());
-        // Forgets the server that this thread knows.
-        SpoolerCups().TrattieniLavori(false);
-        {
-            SpoolerCups spooler;
-            QCOMPARE(spooler.Stampanti(), QStringList());
-            QCOMPARE(spooler.ApriStampante(u"Laser"_s, Spooler::AccessoLettura), 0u);
-            QCOMPARE(spooler.UltimoErrore(), Spooler::ServizioAssente);
+        // Without a service, and with one that takes the connection and never answers.
+        for (const bool risponde : {false, true}) {
+            if (risponde)
+                QVERIFY(muto.emplace(m_servizio.Percorso(u"muto"_s)).Ascolta());
+            qputenv("CUPS_SERVER", m_servizio.Percorso(u"muto"_s).toUtf8());
+            // Forgets the server that this thread knows.
+            SpoolerCups().TrattieniLavori(false);
+            {
+                SpoolerCups spooler;
+                QCOMPARE(spooler.Stampanti(), QStringList());
+                QCOMPARE(spooler.ApriStampante(u"Laser"_s, Spooler::AccessoLettura), 0u);
+                QCOMPARE(spooler.UltimoErrore(), Spooler::ServizioAssente);
+            }
+            // The next print asks anew.
+            qputenv("CUPS_SERVER", vero);
+            QVERIFY(SpoolerCups().Stampanti().contains(u"Laser"_s));
         }
-        // The next print asks anew.
-        qputenv("CUPS_SERVER", vero);
-        QVERIFY(SpoolerCups().Stampanti().contains(u"Laser"_s));
-    }
-
-    void lavori_data()
-    {
-        Colonne<QString, int, int>({"stampante", "lavori", "messaggi"});
-        QTest::newRow("taken") << u"Laser"_s << 1 << 0;
-        QTest::newRow("refused") << u"Vietata"_s << 0 << 1;
     }
 
     void lavori()
     {
-        QFETCH(QString, stampante);
-        QFETCH(int, lavori);
-        QFETCH(int, messaggi);
-        m_servizio.ImpostaOpzioni({});
-        const qsizetype prima = Servizio::Lavori(stampante);
-        SpoolerCups spooler;
-        SceltaStampa scelta = Scelta(stampante, 1);
-        scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
-        scelta.dispositivo->setPrinterName(stampante);
-        QCOMPARE(scelta.dispositivo->outputFormat(), QPrinter::NativeFormat);
-        RichTextBox pad;
-        pad.ImpostaText(u"<p>uno</p>"_s);
-        const Risposte risposte;
-        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
-        QCOMPARE(Servizio::Lavori(stampante) - prima, lavori);
-        QCOMPARE(risposte.testi.size(), messaggi);
-        for (const QString &testo : risposte.testi) {
-            QCOMPARE(testo.section(u'|', 0, 0), ModuloPrincipale::Messaggio(242).arg(stampante));
-            QVERIFY(!testo.section(u'|', 1).isEmpty());
+        // Taken, refused, and given up by the user.
+        for (const auto &[stampante, righe, lavori, messaggi] :
+             {std::tuple(u"Laser"_s, 1, 1, 0), {u"Vietata"_s, 1, 0, 1}, {u"Laser"_s, 100'000, 0, 0}}) {
+            m_servizio.ImpostaOpzioni({});
+            const qsizetype prima = Servizio::Lavori(stampante);
+            SpoolerCups spooler;
+            SceltaStampa scelta = Scelta(stampante, 1);
+            scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
+            scelta.dispositivo->setPrinterName(stampante);
+            QCOMPARE(scelta.dispositivo->outputFormat(), QPrinter::NativeFormat);
+            const QStringList testi =
+                Stampa(u"<p>una riga \u00e8 qui</p>\r\n"_s.repeated(righe), scelta, spooler, righe > 1);
+            QCOMPARE(Servizio::Lavori(stampante) - prima, lavori);
+            QCOMPARE(testi.size(), messaggi);
+            for (const QString &testo : testi) {
+                QCOMPARE(testo.section(u'|', 0, 0), ModuloPrincipale::Messaggio(242).arg(stampante));
+                QVERIFY(!testo.section(u'|', 1).isEmpty());
+            }
+            // And the printers are there again.
+            QVERIFY(spooler.Stampanti().contains(u"Laser"_s));
         }
-    }
-
-    void rinuncia()
-    {
-        const qsizetype prima = Servizio::Lavori(u"Laser"_s);
-        SpoolerCups spooler;
-        SceltaStampa scelta = Scelta(u"Laser"_s, 1);
-        scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
-        scelta.dispositivo->setPrinterName(u"Laser"_s);
-        RichTextBox pad;
-        pad.ImpostaText(u"<p>una riga \u00e8 qui</p>\r\n"_s.repeated(100'000));
-        const Risposte risposte(true);
-        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
-        QCOMPARE(Servizio::Lavori(u"Laser"_s), prima);
-        QCOMPARE(risposte.testi, QStringList());
-        // And the printers are there again.
-        QVERIFY(spooler.Stampanti().contains(u"Laser"_s));
-    }
-
-    void pdf_data()
-    {
-        // pagina: the only one to print; 0: all
-        // limite: bytes that a file may have; 0: any
-        Colonne<QString, int, int, int>({"file", "pagina", "limite", "messaggio"});
-        QTest::newRow("written") << u"s.pdf"_s << 0 << 0 << 0;
-        QTest::newRow("no such folder") << u"manca/s.pdf"_s << 0 << 0 << 241;
-        QTest::newRow("the disk is full") << u"s.pdf"_s << 0 << 2000 << 241;
-        QTest::newRow("no such page") << u"s.pdf"_s << 9 << 0 << 243;
     }
 
     void pdf()
     {
-        QFETCH(QString, file);
-        QFETCH(int, pagina);
-        QFETCH(int, limite);
-        QFETCH(int, messaggio);
+        // Written, no such folder, the disk is full, no such page.
+        for (const auto &[nome, pagina, limite, messaggio] : {std::tuple(u"s.pdf"_s, 0, RLIM_INFINITY, 0),
+                                                              {u"manca/s.pdf"_s, 0, RLIM_INFINITY, 241},
+                                                              {u"s.pdf"_s, 0, 2000, 241},
+                                                              {u"s.pdf"_s, 9, RLIM_INFINITY, 243}})
+            Pdf(nome, pagina, limite, messaggio);
+    }
+
+private:
+    /// \a pagina: the only one to print, 0: all; \a limite: bytes that a file may have.
+    static void Pdf(const QString &nome, int pagina, rlim_t limite, int messaggio)
+    {
         QTemporaryDir cartella;
-        QFile vecchio(cartella.filePath(u"s.pdf"_s));
-        QVERIFY(vecchio.open(QIODevice::WriteOnly) && vecchio.write("old") == 3);
-        vecchio.close();
+        const QString vecchio = cartella.filePath(u"s.pdf"_s), file = cartella.filePath(nome);
+        Aiuti::Scrivi(vecchio, "old");
         SceltaStampa scelta;
         scelta.dispositivo = std::make_shared<QPrinter>(QPrinter::HighResolution);
         scelta.dispositivo->setOutputFormat(QPrinter::PdfFormat);
-        scelta.dispositivo->setOutputFileName(cartella.filePath(file));
+        scelta.dispositivo->setOutputFileName(file);
         if (pagina > 0) {
             scelta.dispositivo->setPrintRange(QPrinter::PageRange);
             scelta.dispositivo->setFromTo(pagina, pagina);
         }
-        RichTextBox pad;
-        pad.ImpostaText(u"<p>uno</p>"_s);
         SpoolerCups spooler;
-        Risposte risposte;
 
         rlimit prima{};
         getrlimit(RLIMIT_FSIZE, &prima);
-        rlimit stretto = prima;
-        if (limite > 0)
-            stretto.rlim_cur = rlim_t(limite);
+        const rlimit stretto{std::min(limite, prima.rlim_max), prima.rlim_max};
         const auto segnale = std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &stretto);
-        StampaScelta(pad, u"pagina.html"_s, scelta, spooler);
+        const QString testi = Stampa(u"<p>uno</p>"_s, scelta, spooler).join(u'&');
         setrlimit(RLIMIT_FSIZE, &prima);
         std::signal(SIGXFSZ, segnale);
 
-        QStringList attesi;
-        if (messaggio > 0)
-            attesi << (messaggio == 241 ? ModuloPrincipale::Messaggio(241).arg(cartella.filePath(file))
-                                        : ModuloPrincipale::Messaggio(qint16(messaggio)));
-        QCOMPARE(risposte.testi.replaceInStrings(QRegularExpression(u"\\|.*"_s), QString()), attesi);
-        QVERIFY(vecchio.open(QIODevice::ReadOnly));
-        QCOMPARE(vecchio.read(4), QByteArray(messaggio > 0 ? "old" : "%PDF"));
+        const QString atteso = messaggio == 0 ? QString() : ModuloPrincipale::Messaggio(qint16(messaggio));
+        QCOMPARE(testi.section(u'|', 0, 0), messaggio == 241 ? atteso.arg(file) : atteso);
+        QCOMPARE(Aiuti::Contenuto(vecchio).left(4), QByteArray(messaggio == 0 ? "%PDF" : "old"));
         QCOMPARE(QDir(cartella.path()).entryList(QDir::Files), QStringList{u"s.pdf"_s});
     }
 
-private:
+    /// What is told when the settings of \a stampante are written.
+    static QStringList MessaggiDi(const QString &stampante)
+    {
+        QStringList messaggi;
+        SpoolerCups spooler;
+        ScriviImpostazioni(spooler, stampante, Scelta(stampante, 4).impostazioni,
+                           [&](const QString &testo) { messaggi += testo; });
+        return messaggi;
+    }
+
     Servizio m_servizio;
 };
 

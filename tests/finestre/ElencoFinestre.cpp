@@ -49,8 +49,7 @@ namespace
 constexpr int Mai = 3'600'000; // ms
 constexpr QSize MisuraPrincipale{1280, 720};
 
-template <typename F>
-void Mostra(F &finestra, const Guarda &guarda)
+void Mostra(QWidget &&finestra, const Guarda &guarda)
 {
     finestra.show();
     (void)QTest::qWaitForWindowExposed(&finestra);
@@ -92,7 +91,7 @@ void Trova(FrmStart &principale, quint8 modalita, const Guarda &guarda)
 {
     FrmTrova trova(&principale);
     trova.Init(principale.PadCorrente(), modalita);
-    Mostra(trova, guarda);
+    Mostra(std::move(trova), guarda);
 }
 
 void Risultati(FrmStart &principale, const Guarda &guarda)
@@ -140,7 +139,7 @@ void Avanzamento(FrmStart &principale, const Guarda &guarda)
     finestra.Barra().Max(100);
     finestra.show();
     finestra.Barra().Value(40);
-    Mostra(finestra, guarda);
+    Mostra(std::move(finestra), guarda);
 }
 
 void Recuperata(FrmStart &principale, const Guarda &guarda)
@@ -225,7 +224,7 @@ void Immagine(FrmStart &principale, const Guarda &guarda)
     casella->setText(file);
     QTest::keyClick(casella, Qt::Key_Return);
     QCoreApplication::processEvents(); // the size of the picture takes its place beside the buttons
-    Mostra(finestra, guarda);
+    Mostra(std::move(finestra), guarda);
 }
 
 } // namespace
@@ -235,21 +234,9 @@ const QList<ElencoFinestre::Finestra> &ElencoFinestre::Tutte()
     static const QList<Finestra> tutte{
         {u"principale", [](FrmStart &p, const Guarda &g) { g(p, {}); }, false},
         {u"menu", Menu},
-        {u"modelli",
-         [](FrmStart &p, const Guarda &g) {
-             FrmModelli f(p.PadCorrente(), &p);
-             Mostra(f, g);
-         }},
-        {u"font",
-         [](FrmStart &p, const Guarda &g) {
-             FrmFont f(SceltaTipica(), &p);
-             Mostra(f, g);
-         }},
-        {u"tabella",
-         [](FrmStart &p, const Guarda &g) {
-             FrmTabella f(&p);
-             Mostra(f, g);
-         }},
+        {u"modelli", [](FrmStart &p, const Guarda &g) { Mostra(FrmModelli(p.PadCorrente(), &p), g); }},
+        {u"font", [](FrmStart &p, const Guarda &g) { Mostra(FrmFont(SceltaTipica(), &p), g); }},
+        {u"tabella", [](FrmStart &p, const Guarda &g) { Mostra(FrmTabella(&p), g); }},
         {u"immagine", Immagine},
         {u"stampa", [](FrmStart &p, const Guarda &g) { Modale(g, [&] { DialogoDiStampa(p); }); }, true, false},
         {u"stampa_opzioni",
@@ -263,11 +250,7 @@ const QList<ElencoFinestre::Finestra> &ElencoFinestre::Tutte()
         {u"recupero", Recuperata},
         {u"avanzamento", Avanzamento},
         {u"risultati", Risultati, false},
-        {u"informazioni_su",
-         [](FrmStart &p, const Guarda &g) {
-             frmAbout f(&p);
-             Mostra(f, g);
-         }},
+        {u"informazioni_su", [](FrmStart &p, const Guarda &g) { Mostra(frmAbout(&p), g); }},
         {u"avviso", [](FrmStart &p, const Guarda &g) { Modale(g, [&] { Domande::Avverti(&p, Messaggio(91)); }); }},
         {u"conferma", [](FrmStart &p, const Guarda &g) { Modale(g, [&] { (void)Domande::ChiediConferma(&p); }); },
          false},

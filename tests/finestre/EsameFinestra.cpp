@@ -24,12 +24,16 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+template <typename... T>
+bool Uno(const QWidget &w)
+{
+    return (qobject_cast<const T *>(&w) || ...);
+}
+
 /// Controls whose inside is Qt's.
 bool EComposto(const QWidget &w)
 {
-    return qobject_cast<const QAbstractScrollArea *>(&w) || qobject_cast<const QComboBox *>(&w) ||
-           qobject_cast<const QAbstractSpinBox *>(&w) || qobject_cast<const QLineEdit *>(&w) ||
-           qobject_cast<const QMenuBar *>(&w) || qobject_cast<const QMenu *>(&w);
+    return Uno<QAbstractScrollArea, QComboBox, QAbstractSpinBox, QLineEdit, QMenuBar, QMenu>(w);
 }
 
 QString Nome(const QWidget &w)
@@ -139,17 +143,11 @@ void EsaminaNomi(const QList<const QWidget *> &tutti, QStringList &difetti)
     }
 }
 
-QString Lettera(const QString &testo)
-{
-    const QKeySequence scelta = QKeySequence::mnemonic(testo);
-    return scelta.toString();
-}
-
 void EsaminaLettere(const QList<std::pair<QString, QString>> &testi, QStringList &difetti)
 {
     QHash<QString, QString> prese;
     for (const auto &[nome, testo] : testi) {
-        const QString lettera = Lettera(testo);
+        const QString lettera = QKeySequence::mnemonic(testo).toString();
         if (lettera.isEmpty())
             continue;
         if (prese.contains(lettera))
@@ -177,12 +175,6 @@ QList<std::pair<QString, QString>> ConLettera(const QWidget &finestra, const QLi
     return testi;
 }
 
-/// Where \a w stands in the window.
-QRect Posto(const QWidget &finestra, const QWidget &w)
-{
-    return {w.mapTo(&finestra, QPoint(0, 0)), w.size()};
-}
-
 // The next control may stand lower, or further right, but not wholly above in the same column nor to the left in the
 // same row.
 void EsaminaOrdine(const QWidget &finestra, const QList<const QWidget *> &tutti, QStringList &difetti)
@@ -193,8 +185,8 @@ void EsaminaOrdine(const QWidget &finestra, const QList<const QWidget *> &tutti,
             catena += w;
     }
     for (qsizetype i = 1; i < catena.size(); ++i) {
-        const QRect prima = Posto(finestra, *catena[i - 1]);
-        const QRect dopo = Posto(finestra, *catena[i]);
+        const QRect prima(catena[i - 1]->mapTo(&finestra, QPoint(0, 0)), catena[i - 1]->size());
+        const QRect dopo(catena[i]->mapTo(&finestra, QPoint(0, 0)), catena[i]->size());
         const bool stessaRiga = dopo.top() <= prima.bottom() && prima.top() <= dopo.bottom();
         const bool indietro = stessaRiga ? dopo.right() < prima.left() : dopo.bottom() < prima.top();
         if (indietro && (stessaRiga || dopo.left() <= prima.right()))
