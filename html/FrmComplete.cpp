@@ -140,9 +140,12 @@ EsitoLista FrmComplete::Init(const ListaVoci &lista, const QString &prefisso, co
     m_riga = QRect(inizioParola.y() == caretto.y() ? inizioParola : caretto, QSize(1, m_editor->cursorRect().height()));
     SelezionaVoce();
 
+    // Also when the choice has been put in and this loop has not ended: there is nothing left to go on with.
     connect(m_editor, &RichTextBox::Change, this, [this] {
-        if (!m_scrivo)
-            Chiudi();
+        if (m_scrivo)
+            return;
+        m_esito = {};
+        Chiudi();
     });
     TastiTrattenuti::Di(m_editor); // its filter must be there before a key comes
     (void)CodaTasti::Di(m_editor);

@@ -274,6 +274,22 @@ private slots:
         QTEST(pagina.Stampa(), "atteso");
     }
 
+    void CambiataDopoLaScelta()
+    {
+        RichTextBox pagina;
+        pagina.show();
+        pagina.ImpostaText(u"<"_s);
+        pagina.ImpostaSelStart(1);
+        QString scritta;
+        QTimer::singleShot(0, &pagina, [&] {
+            QTest::keyClick(&pagina, Qt::Key_Tab);
+            scritta = pagina.Text();
+            pagina.ImpostaText(u"un'altra"_s);
+        });
+        QVERIFY(!FrmComplete::Apri(&pagina, {{u"B"_s}}, {}, {}).accettata);
+        QCOMPARE(scritta, u"<B"_s);
+    }
+
     void OrdineDiUnTratto()
     {
         ListaVoci lista{{u"z"_s}, {u"b"_s}, {u"_"_s}, {u"A"_s}, {u"a"_s}};
