@@ -84,15 +84,15 @@ void tst_Motore::Pagina_data()
                         via)
             << u"no undefined"_s;
     QTest::newRow("missing and forbidden are alike")
-        << di + u"<script>onload=async()=>{let r=[];for(const via of ['manca','.git','legame'])for(const [t,a,n] of "
-                "[['img','src','x.png'],['script','src','nascosto.js'],['link','href','x.css'],['iframe','src',"
-                "'riquadro.html'],['object','data','riquadro.html'],['video','src','x.mp4']]){let e=document."
-                "createElement(t);if(t=='link')e.rel='stylesheet';e[a]=via+'/'+n;let f=await new "
-                "Promise(r=>{e.onload=()=>"
-                "r('load');e.onerror=()=>r('error "
-                "'+(e.error?e.error.message:''));setTimeout(r,200);document.body.append(e)});"
-                "r.push(t+f+(e.contentDocument?'!':''))}let k=r.length/3;di(r.slice(0,k).join()==r.slice(k,2*k).join()"
-                "&&r.slice(k,2*k).join()==r.slice(2*k).join()?'uguali':r.join())}</script>"_s
+        << di +
+               u"<script>onload=async()=>{let r=await Promise.all(['manca','.git','legame'].flatMap(via=>[['img','src',"
+               "'x.png'],['script','src','nascosto.js'],['link','href','x.css'],['iframe','src','riquadro.html'],"
+               "['object','data','riquadro.html'],['video','src','x.mp4']].map(async([t,a,n])=>{let e=document."
+               "createElement(t);if(t=='link')e.rel='stylesheet';e[a]=via+'/'+n;let f=await new Promise(r=>{e.onload="
+               "()=>r('load');e.onerror=()=>r('error '+(e.error?e.error.message:''));setTimeout(r,3000);"
+               "document.body.append(e)});return t+f+(e.contentDocument?'!':'')})));let k=r.length/3;"
+               "di(r.slice(0,k).join()==r.slice(k,2*k).join()&&r.slice(k,2*k).join()==r.slice(2*k).join()?"
+               "'uguali':r.join())}</script>"_s
         << u"uguali"_s;
     QTest::newRow("frame of a file address")
         << di + dopo +

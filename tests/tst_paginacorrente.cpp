@@ -119,7 +119,7 @@ private slots:
         m_risposte = risposte;
         Cambia(u"altro"_s);
         Attiva(finestra);
-        QTRY_COMPARE(m_risposte, QList<int>{});
+        QTRY_VERIFY(m_risposte.isEmpty());
         QFETCH(QString, testo);
         QTRY_COMPARE(pad->Text(), testo);
         if (risposte == QList<int>{390}) {
