@@ -16,6 +16,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -70,10 +73,13 @@ QString Ragione(const QByteArray &errori)
 /// Warnings of Qt are faults of the program, but for what the platform lacks.
 void Messaggio(QtMsgType tipo, const QMessageLogContext &, const QString &testo)
 {
-    // What the platform lacks: also an input method that takes back what is being composed before a click; and Qt's
-    // print dialog when its button is held down, and Qt's file dialog when it leaves a folder while a name is edited.
-    if (testo.startsWith(u"This plugin does not support") || testo.startsWith(u"QDialog::exec: Recursive call") ||
-        testo.startsWith(u"QTextCursor::setPosition: Position") || testo.startsWith(u"QAbstractItemView::"))
+    // What the platform lacks: also an input method that takes back what is being composed before a click. Then Qt's
+    // print dialog when its button is held down or no file is named, and its file dialog when it leaves a folder while
+    // a name is edited.
+    static constexpr std::array<QStringView, 5> diAltri{
+        u"This plugin does not support", u"QTextCursor::setPosition: Position", u"QDialog::exec: Recursive call",
+        u"QFSFileEngine::open: No file name", u"QAbstractItemView::"};
+    if (std::any_of(diAltri.begin(), diAltri.end(), [&](auto inizio) { return testo.startsWith(inizio); }))
         return;
     std::fprintf(stderr, "%s\n", qPrintable(testo));
     if (tipo == QtWarningMsg)
