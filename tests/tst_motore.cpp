@@ -5,6 +5,8 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QLabel>
 #include <QProcess>
 #include <QUrl>
@@ -25,6 +27,7 @@ private slots:
     void TitoloComeIndirizzo();
     void Scorrimento_data();
     void Scorrimento();
+    void ImmaginiLente();
     void Clic_data();
     void Clic();
 
@@ -183,6 +186,39 @@ void tst_Motore::Scorrimento()
         Mostra(corpo.arg(testo) + poi.arg(u"document.title='a '+scrollY"_s));
         QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"a 700"_s, Attesa);
     }
+}
+
+// The text that was seen stays where it is while pictures above it are on their way, and when they are there.
+void tst_Motore::ImmaginiLente()
+{
+    QTcpServer servizio;
+    QVERIFY(servizio.listen(QHostAddress::LocalHost));
+    QByteArray figura = "HTTP/1.1 200 OK\r\nContent-Type: image/svg+xml\r\nCache-Control: no-store\r\n"
+                        "Connection: close\r\n\r\n<svg xmlns='http://www.w3.org/2000/svg' width='9' height='300'/>";
+    bool subito = true;
+    QList<QTcpSocket *> sospesi;
+    const auto rispondi = [&](QTcpSocket *presa) {
+        presa->write(figura);
+        presa->disconnectFromHost();
+    };
+    connect(&servizio, &QTcpServer::newConnection, this, [&] {
+        QTcpSocket *presa = servizio.nextPendingConnection();
+        connect(presa, &QTcpSocket::readyRead, this, [&, presa] { subito ? rispondi(presa) : sospesi.append(presa); });
+    });
+    QString corpo = u"<img src=http://127.0.0.1:%1/a.svg><br>"_s.arg(servizio.serverPort());
+    for (int i = 0; i < 400; ++i)
+        corpo += u"riga %1<br>"_s.arg(i);
+    const QString riga = u"<script>riga=x=>document.title=x+document.caretRangeFromPoint(20,9).startContainer.data;"
+                         "addEventListener('%1',()=>setTimeout(()=>{%2},300))</script>"_s;
+    Mostra(corpo + riga.arg(u"load"_s, u"dispatchEvent(new Event('wheel'));scrollTo(0,1500);"
+                                       "setTimeout(()=>riga('scorsa '),500)"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(m_stato.startsWith(u"scorsa riga"), Attesa);
+    const QString vista = m_stato.section(u' ', 1);
+    subito = false;
+    Mostra(corpo + riga.arg(u"DOMContentLoaded"_s, u"riga('prima ');onload=()=>setTimeout(()=>riga('dopo '),300)"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"prima "_s + vista, Attesa);
+    std::for_each(sospesi.begin(), sospesi.end(), rispondi);
+    QTRY_COMPARE_WITH_TIMEOUT(m_stato, u"dopo "_s + vista, Attesa);
 }
 
 void tst_Motore::Clic_data()

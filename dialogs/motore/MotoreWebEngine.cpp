@@ -15,12 +15,16 @@
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace
 {
+
+constexpr auto Ferma = 100ms;
 
 /// Takes away from pages and frames what sends datagrams.
 QWebEngineScript SenzaChiamate()
@@ -48,6 +52,8 @@ MotoreWebEngine::MotoreWebEngine(OspiteMotore &ospite, QWidget &contenitore)
     CreaPagina();
     m_vista->setGeometry(contenitore.rect());
     contenitore.installEventFilter(this);
+    m_ferma.setSingleShot(true);
+    connect(&m_ferma, &QTimer::timeout, this, [this] { m_ripresa.Ancora(*m_pagina); });
     connect(&m_guardia, &GuardiaMemoria::Superata, this, [this] { m_ospite.MemoriaSuperata(); });
     m_vista->show();
 }
@@ -103,9 +109,13 @@ void MotoreWebEngine::CreaPagina()
 
 void MotoreWebEngine::CollegaPagina()
 {
-    connect(m_pagina, &QWebEnginePage::scrollPositionChanged, this, [this](const QPointF &posto) { m_scorsa = posto; });
+    connect(m_pagina, &QWebEnginePage::scrollPositionChanged, this, [this](const QPointF &posto) {
+        m_scorsa = posto;
+        m_ferma.start(Ferma);
+    });
     connect(m_pagina, &QWebEnginePage::loadFinished, this, [this] {
         m_ripresa.Concludi(*m_pagina);
+        m_ferma.start(Ferma);
         m_ospite.NavigazioneFinita();
     });
     connect(m_pagina, &QWebEnginePage::renderProcessTerminated, this, [this] {

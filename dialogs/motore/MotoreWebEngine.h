@@ -6,6 +6,7 @@
 #include "dialogs/MotoreAnteprima.h"
 
 #include <QObject>
+#include <QTimer>
 
 class PaginaWeb;
 class QWebEngineProfile;
@@ -42,6 +43,7 @@ private:
     QWebEngineView *m_vista = nullptr;
     Ripresa m_ripresa;
     QPointF m_scorsa; ///< where the page was scrolled to last
+    QTimer m_ferma;   ///< until it is taken to stay there
     GuardiaMemoria m_guardia{this};
     QString m_posto;
 };
