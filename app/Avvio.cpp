@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QLibrary>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -36,8 +37,28 @@ QString CartellaDi(const char *programma)
                          : QFileInfo(QFile::decodeName(programma)).absolutePath();
 }
 
-int AvviaFinestre(const QString &cartella, int argc, char **argv)
+/// Qt ends a program that finds no session with an abort.
+bool MancaSessione(int argc, char **argv)
 {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+    const auto detta = [](const char *variabile) { return !qEnvironmentVariableIsEmpty(variabile); };
+    const auto piattaforma = [](const char *argomento) {
+        return QByteArrayView(argomento).startsWith("-platform") || QByteArrayView(argomento).startsWith("--platform");
+    };
+    return !detta("DISPLAY") && !detta("WAYLAND_DISPLAY") && !detta("QT_QPA_PLATFORM") &&
+           std::none_of(argv + 1, argv + argc, piattaforma);
+#else
+    return false;
+#endif
+}
+
+int AvviaFinestre(const QString &cartella, const RigaComando &riga, int argc, char **argv)
+{
+    if (MancaSessione(argc, argv)) {
+        const ModuloPrincipale::EsitoCaricamento esito = ModuloPrincipale::CaricaPerAvvio(cartella, riga.lingua);
+        Scrivi(stderr, (esito.Riuscito() ? ModuloPrincipale::Messaggio(396) : esito.errore) + u"\n"_s);
+        return 1;
+    }
     QLibrary modulo(ModuloDichiarazioni::PercorsoIn(cartella, u"velloro_finestre"));
     using Ingresso = int (*)(int, char **);
     const auto ingresso = reinterpret_cast<Ingresso>(modulo.resolve("VelloroFinestre"));
@@ -82,7 +103,7 @@ int Avvio::Main(int argc, char **argv)
     const QString cartella = CartellaDi(argv[0]);
     RigaComando riga = RigaComando::Leggi(RigaComando::Argomenti(argc, argv));
     if (!riga.SenzaFinestre())
-        return AvviaFinestre(cartella, argc, argv);
+        return AvviaFinestre(cartella, riga, argc, argv);
 
     // What the line says is answered in the interface's language.
     const ModuloPrincipale::EsitoCaricamento esito = ModuloPrincipale::CaricaPerAvvio(cartella, riga.lingua);

@@ -56,7 +56,7 @@ ModuloPrincipale::RisultatoLettura LeggiIngresso(QString &testo)
     if (!ingresso.open(fileno(stdin), QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {EsitoLettura::NonLeggibile, ingresso.errorString()};
     QByteArray byte;
-    const ModuloPrincipale::RisultatoLettura esito =
+    ModuloPrincipale::RisultatoLettura esito =
         ModuloPrincipale::LeggiTutto(ingresso, byte, ModuloPrincipale::MassimoPagina);
     FormatoPagina formato;
     if (esito)

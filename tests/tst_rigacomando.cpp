@@ -157,6 +157,13 @@ private slots:
         QCOMPARE(guscio.exitCode(), QString::fromLatin1(QTest::currentDataTag()).startsWith(u"nothing") ? 0 : 2);
     }
 
+    void windowWithoutASession()
+    {
+        const Esito esito = Esegui({u"--lingua=eng"_s, u"x.html"_s});
+        QCOMPARE(esito.errori, u"There is no display: velloro opens its window only in a graphical session.\n"_s);
+        QCOMPARE(esito.stato, 1);
+    }
+
     void userSettings()
     {
         QTemporaryDir casa;
