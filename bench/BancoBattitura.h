@@ -24,7 +24,7 @@ public:
     struct Prova {
         QString nome;
         QString riga = {};    ///< what stands before the caret, on a line of its own in the middle of the page
-        Tasto tasto;          ///< what is measured
+        Tasto tasto = {};     ///< what is measured
         QString portato = {}; ///< typed after it, before the measure; what it brings follows the caret
         QString dopo = {};    ///< put in after that
         bool lista = false;   ///< \a riga ends where Space opens a list; the key is typed into its prefix
